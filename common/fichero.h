@@ -1,0 +1,37 @@
+// Files as the documents need them: whole reads, text in the encodings people bring, saves that never leave
+// half a file, and names that find the file whatever their case.
+//
+//   const auto path = localiza("/home/ana/pic/uno.hex");   // finds /home/ana/PIC/Uno.hex
+//   std::string bytes;
+//   if (!lee_fichero(path, bytes)) ...
+//   if (!guarda_fichero(path, bytes)) ...                   // the old file is still whole
+//
+// Paths are UTF-8. Nothing here throws for what the disk may do: a failure is the value returned.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace estructura {
+
+/// The file that a name means: folder by folder the exact name first, then the one that differs only in case.
+/// A file that does not exist gets its lower-cased name in the folder found.
+std::string localiza(std::string_view path);
+
+/// Whether the path names something on disk (a folder counts).
+bool existe(const std::string& path);
+
+/// The whole content; false when the file is missing, is no file, or cannot be read.
+[[nodiscard]] bool lee_fichero(const std::string& path, std::string& bytes);
+
+/// Replaces the file's content, through symbolic links and keeping its permissions. The bytes are written
+/// beside it, forced to disk and renamed over it, so that the old file stays whole until the new one is; only
+/// where the folder takes no new file is the old one written in place. False when the disk refuses.
+[[nodiscard]] bool guarda_fichero(const std::string& path, std::string_view bytes);
+
+enum class codificacion { utf8, utf8_con_bom, windows1252 };
+
+/// File bytes as UTF-8 text, and the encoding they were in: UTF-8 when valid, Windows-1252 otherwise.
+std::string decodifica(std::string_view bytes, codificacion& encoding);
+
+}  // namespace estructura
