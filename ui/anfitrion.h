@@ -1,0 +1,56 @@
+// What the window needs from the desktop it stands on: boxes, file dialogs, the clipboard, the beep, a turn
+// for pending events, and the end. The toolkit implements it for people, the guion runner with queued
+// answers, and a test with as little as it needs: every member has a do-nothing default.
+//
+//   struct mute : anfitrion {};
+//   mute host;
+//   Estructura window(host);
+//   window.Form_Load();
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace estructura {
+
+enum class box { ok, ok_right, yesno, yesnocancel, fault };
+enum class answer { yes, no, cancel, ok };
+
+class anfitrion {
+ public:
+  anfitrion() = default;
+  virtual ~anfitrion() = default;
+  anfitrion(const anfitrion&) = delete;
+  anfitrion& operator=(const anfitrion&) = delete;
+  anfitrion(anfitrion&&) = delete;
+  anfitrion& operator=(anfitrion&&) = delete;
+
+  /// A modal message box. Lines of `text` are divided by a carriage return. Boxes with an OK button only
+  /// answer `ok`; closing a box without choosing answers `cancel` where there is one and `no` otherwise.
+  virtual answer mensaje(box kind, std::string_view text) {
+    (void)text;
+    return kind == box::yesnocancel ? answer::cancel : kind == box::yesno ? answer::no : answer::ok;
+  }
+
+  /// The file dialog. `filter` is "description|pattern" pairs joined by "|"; `proposed` may be empty. Returns
+  /// the path chosen, empty when the dialog was cancelled. It does not ask whether a file is to be replaced.
+  virtual std::string elige_fichero(bool save, std::string_view filter, std::string_view extension,
+                                    std::string_view proposed) {
+    (void)save, (void)filter, (void)extension, (void)proposed;
+    return {};
+  }
+
+  virtual std::string portapapeles() { return {}; }
+  virtual void pon_portapapeles(std::string_view text) { (void)text; }
+  virtual void pita() {}
+
+  /// Lets pending events be handled between two steps of a continuous run, and answers how many steps may
+  /// pass before it wants to be asked again (at least 1). The first step of a run is always followed by a
+  /// call.
+  virtual int cede() { return 1 << 20; }
+
+  /// The program ends: the window closes and nothing more is done in it.
+  virtual void termina() {}
+};
+
+}  // namespace estructura

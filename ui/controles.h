@@ -1,0 +1,151 @@
+// The inventory of the window: every control, declared once.
+//
+//   declared(id::PB).count         -> 8
+//   declared(id::eje1).texts[0]    -> "Ejec. &1"
+//
+// The order of the table is the order in which the Tab key walks the controls. The file dialog is no control:
+// its filters stand with the documents.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "ui/control.h"
+
+namespace estructura {
+
+enum class id : std::uint8_t {
+  Frame7,
+  sl,
+  clip,
+  tab,
+  Copiar,
+  Cortar,
+  Pegar,
+  source,
+  lst,
+  cargarasm,
+  salvarasm,
+  borrarasm,
+  Ensamblar,
+  desensamblar,
+  cargar,
+  salvar,
+  borrar,
+  salvar16c84,
+  mapa,
+  MP,
+  Frame1,
+  Label1,
+  direc,
+  Label2,
+  INS,
+  Label3,
+  codop,
+  Entrarins,
+  borrarins,
+  break_,
+  Frame3,
+  PIC,
+  Label14,
+  FREC,
+  Label19,
+  fext,
+  CMCLR,
+  WATCHDOG,
+  Label9,
+  contawdt,
+  Label8,
+  ciclos,
+  estsleep,
+  VISMP,
+  eje1,
+  ejecutar,
+  MCLR,
+  WDT,
+  por,
+  Frame4,
+  Label33,
+  FR,
+  TOCKI,
+  Label22,
+  SENTIM,
+  Label20,
+  divtim,
+  Frame5,
+  Label21,
+  Label23,
+  Label24,
+  Label25,
+  Label26,
+  Label27,
+  Label28,
+  Label29,
+  lp,
+  PA,
+  PB,
+  PC,
+  Frame2,
+  Label16,
+  dirdat,
+  Label15,
+  dat,
+  entrardat,
+  nomre,
+  RE,
+  PIL,
+  nombres,
+  dirmd,
+  MDP,
+  lpag,
+  MD,
+  TRISA,
+  TRISB,
+  TRISC,
+  loption,
+  OPT,
+  lstatus,
+  STATUS,
+  BPA,
+  BPB,
+  BPC,
+  PAGFSR,
+  DIRFSR,
+  INDF,
+  FILHEX,
+  FILASM,
+  Label5,
+  Label10,
+  Label11,
+  Label12,
+  Label13,
+  Label4,
+  rotulo,
+  fin,
+  none
+};
+
+/// Number of names; members of a group share one.
+inline constexpr int id_count = static_cast<int>(id::none);
+
+struct declaration {
+  id which;
+  std::string_view name;
+  int count;  ///< members of the group, 1 for a control of its own
+  kind is;
+  id frame;                               ///< none: stands on the form itself
+  std::array<std::string_view, 4> texts;  ///< caption or initial text by member; a single one serves all
+  std::string_view tip;
+  bool visible = true;
+  bool enabled = true;
+  int tip_member = -1;  ///< the one member that has the tip; -1: all
+};
+
+const declaration& declared(id which);
+
+/// The control that a name means, "eje1" or "PB(3)"; id::none when there is none. `index` receives the
+/// member.
+id find_control(std::string_view name, int& index);
+
+}  // namespace estructura
