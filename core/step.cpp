@@ -15,6 +15,8 @@ void regen(chipstate& chip, pantalla& view) {
 }
 
 void pin_click(chipstate& chip, pantalla& view, int port, int bit, bool on) {
+  std::uint8_t& boxes = view.env.boxes[port];
+  boxes = static_cast<std::uint8_t>(setbit(boxes, bit, on ? 1 : 0));
   std::int16_t& pins = port == 0 ? chip.pina : port == 1 ? chip.pinb : chip.pinc;
   pins = static_cast<std::int16_t>(setbit(pins, bit, on ? 1 : 0));
   detail::regen(chip, view);

@@ -23,8 +23,8 @@ void step(chipstate& chip, pantalla& view);
 /// output pins follow their latches, and says that the views are due.
 void regen(chipstate& chip, pantalla& view);
 
-/// A pin box of port 0..2 took a new state: the pin level, a refresh, and on the 12C50x the wake-up on pin
-/// change. The box's own value in `view.env.boxes` is already the new one.
+/// A pin box of port 0..2 took a new state: box and pin level, a refresh, and on the 12C50x the wake-up on
+/// pin change.
 void pin_click(chipstate& chip, pantalla& view, int port, int bit, bool on);
 
 }  // namespace estructura

@@ -157,7 +157,8 @@ inline void execinst(chipstate& chip, int word) {
   count_cycle(chip);
   const operands o(word);
   // Memory may hold more than 12 bits where a person stored them; such words do nothing either.
-  const op code = word < 4096 ? op_index[static_cast<std::size_t>(word)] : op::nothing;
+  const auto index = static_cast<std::size_t>(word);
+  const op code = index < op_index.size() ? op_index[index] : op::nothing;
   switch (code) {
     case op::nothing:
     case op::nop: break;
@@ -262,14 +263,20 @@ inline void step(chipstate& chip, pantalla& view) {
   const int word = chip.progmem[chip.cpu.pc];
   chip.cpu.pc = static_cast<std::int16_t>((chip.cpu.pc + 1) & chip.devmodel.progmask);
   set_pcl(chip);
-  if (word != unprogrammed) {
-    detail::execinst(chip, word);
-    if (view.env.watchdog_on) wdtcal(chip, view);
-    tmrtick(chip);
+  const auto show_pc = [&] {
+    view.choose_program_row(chip.cpu.pc, chip.devmodel.progmask);
+    view.draw_marker(chip.cpu.pc);
+  };
+  if (word == unprogrammed) [[unlikely]] {
+    show_pc();
+    detail::regen(chip, view);
+    return;
   }
+  detail::execinst(chip, word);
+  if (view.env.watchdog_on) wdtcal(chip, view);
+  tmrtick(chip);
   detail::regen(chip, view);
-  view.choose_program_row(chip.cpu.pc, chip.devmodel.progmask);
-  view.draw_marker(chip.cpu.pc);
+  show_pc();
 }
 
 }  // namespace estructura::detail

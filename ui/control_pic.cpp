@@ -24,8 +24,7 @@ void Estructura::show_pc() {
   choose_program_row(chip_.cpu.pc, chip_.devmodel.progmask);
 }
 
-// --- Run
-// ------------------------------------------------------------------------------------------------------------
+// --- Run ---
 
 void Estructura::eje1_Click(int) {
   step(chip_, *this);
@@ -85,8 +84,7 @@ void Estructura::VISMP_Click(int) {
   at(id::MP).set_visible(at(id::VISMP).value());
 }
 
-// --- Resets
-// -----------------------------------------------------------------------------------------------------------
+// --- Resets ---
 
 void Estructura::por_Click(int) {
   for (const id freed : {id::fext, id::CMCLR, id::WATCHDOG, id::PIC}) at(freed).set_enabled(true);
@@ -110,8 +108,7 @@ void Estructura::WDT_Click(int) {
   show_pc();
 }
 
-// --- Watchdog and clocks
-// ------------------------------------------------------------------------------------------------
+// --- Watchdog and clocks ---
 
 void Estructura::warn_watchdog() {
   ask(box::ok_right, "Se ha desbordado el Watchdog.\rSe producirá un Reset.");
@@ -160,8 +157,7 @@ void Estructura::FR_Change(int) {
   chip_.tockifreq = round32(valdec(fr.text()));
 }
 
-// --- Pins
-// -----------------------------------------------------------------------------------------------------------------
+// --- Pins ---
 
 void Estructura::PA_Click(int bit) {
   pin_click(chip_, *this, 0, bit, at(id::PA, bit).value());

@@ -8,6 +8,7 @@
 #include "common/numero.h"
 #include "common/texto.h"
 #include "core/step.h"
+#include "files/fuente.h"
 
 namespace estructura {
 
@@ -18,11 +19,11 @@ struct handler_table {
     event what;
     Estructura::handler act;
   };
-  static const std::array<row, 44> rows;
+  static const std::array<row, 57> rows;
 };
 
 // clang-format off
-const std::array<handler_table::row, 44> handler_table::rows = {{
+const std::array<handler_table::row, 57> handler_table::rows = {{
     {id::PIC,       event::click,     &Estructura::PIC_Click},
     {id::sl,        event::click,     &Estructura::sl_Click},
     {id::MDP,       event::click,     &Estructura::MDP_Click},
@@ -66,6 +67,19 @@ const std::array<handler_table::row, 44> handler_table::rows = {{
     {id::cargar,    event::click,     &Estructura::cargar_Click},
     {id::salvar,    event::click,     &Estructura::salvar_Click},
     {id::borrar,    event::click,     &Estructura::borrar_Click},
+    {id::salvar16c84, event::click,   &Estructura::salvar16c84_Click},
+    {id::source,    event::change,    &Estructura::source_Change},
+    {id::cargarasm, event::click,     &Estructura::cargarasm_Click},
+    {id::salvarasm, event::click,     &Estructura::salvarasm_Click},
+    {id::borrarasm, event::click,     &Estructura::borrarasm_Click},
+    {id::Ensamblar, event::click,     &Estructura::Ensamblar_Click},
+    {id::desensamblar, event::click,  &Estructura::desensamblar_Click},
+    {id::lst,       event::click,     &Estructura::lst_Click},
+    {id::lst,       event::keyup,     &Estructura::lst_KeyUp},
+    {id::Copiar,    event::click,     &Estructura::Copiar_Click},
+    {id::Cortar,    event::click,     &Estructura::Cortar_Click},
+    {id::Pegar,     event::click,     &Estructura::Pegar_Click},
+    {id::tab,       event::click,     &Estructura::tab_Click},
     {id::fin,       event::click,     &Estructura::fin_Click},
 }};
 // clang-format on
@@ -100,8 +114,7 @@ const control& Estructura::at(id which, int index) const {
   return const_cast<Estructura&>(*this).at(which, index);
 }
 
-// --- Events
-// ---------------------------------------------------------------------------------------------------
+// --- Events ---
 
 void Estructura::raised(control& source, event what) {
   for (const handler_table::row& row : handler_table::rows)
@@ -109,10 +122,6 @@ void Estructura::raised(control& source, event what) {
 }
 
 void Estructura::touched(control& source) {
-  const auto port_box = [&](int port) {
-    env.boxes[port] = static_cast<std::uint8_t>(source.value() ? env.boxes[port] | (1 << source.index())
-                                                               : env.boxes[port] & ~(1 << source.index()));
-  };
   switch (source.which()) {
     case id::FREC:
     case id::FR: env.set_frequencies(valdec(at(id::FREC).text()), valdec(at(id::FR).text())); break;
@@ -122,16 +131,12 @@ void Estructura::touched(control& source) {
       break;
     case id::INS:
     case id::codop: env.entry_shown = !at(id::INS).text().empty() || !at(id::codop).text().empty(); break;
-    case id::PA: port_box(0); break;
-    case id::PB: port_box(1); break;
-    case id::PC: port_box(2); break;
     default: break;
   }
   if (focus_.which != id::none && !usable(focus_.which, focus_.index)) leave_withdrawn_focus();
 }
 
-// --- Focus
-// ----------------------------------------------------------------------------------------------------
+// --- Focus ---
 
 namespace {
 
@@ -167,25 +172,24 @@ bool Estructura::usable(id which, int index) const {
   return frame == id::none || usable(frame);
 }
 
-// --- The door
-// ---------------------------------------------------------------------------------------------------
+// --- The door ---
 
 template <class Action>
 void Estructura::through_the_door(Action action) {
   if (ended_) return;
   try {
-    bring_up_to_date();
+    settle();
     action();
-    bring_up_to_date();
   } catch (const fallo&) {
+    // The views show the state as the fault left it.
+    due.views = true;
     fault();
   }
+  bring_up_to_date();
 }
 
 void Estructura::fault() {
-  chip_.running = false;
-  at(id::ejecutar).set_text("Ejecu&tar");
-  at(id::eje1).set_enabled(true);
+  stop_run();
   host_.mensaje(box::fault, "Se ha producido un error durante la ejecución.");
 }
 
@@ -224,7 +228,7 @@ void Estructura::click(id which, int index) {
 
 void Estructura::click_text(id which, int caret) {
   through_the_door([&] {
-    if (!usable(which)) return;
+    if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
     at(which).set_selection(caret, 0);
     raised(at(which), event::click);
@@ -233,7 +237,7 @@ void Estructura::click_text(id which, int caret) {
 
 void Estructura::keyup_text(id which, int caret) {
   through_the_door([&] {
-    if (!usable(which)) return;
+    if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
     at(which).set_selection(caret, 0);
     raised(at(which), event::keyup);
@@ -248,7 +252,7 @@ void Estructura::dblclick(id which, int index) {
 
 void Estructura::choose_rows(id which, int index, int current, std::vector<int> selected) {
   through_the_door([&] {
-    if (!usable(which, index)) return;
+    if (at(which, index).is() != kind::list || !usable(which, index)) return;
     control& list = at(which, index);
     if (current < 0 || current >= list.count()) return;
     move_focus({which, index});
@@ -279,7 +283,7 @@ void Estructura::dblclick_row(id which, int index, int row) {
 
 void Estructura::pick(id which, std::string_view entry) {
   through_the_door([&] {
-    if (!usable(which)) return;
+    if (at(which).is() != kind::combo || !usable(which)) return;
     control& combo = at(which);
     if (std::find(combo.rows().begin(), combo.rows().end(), entry) == combo.rows().end()) return;
     move_focus({which, 0});
@@ -291,17 +295,20 @@ void Estructura::pick(id which, std::string_view entry) {
 void Estructura::type(id which, std::string_view text, int caret) {
   through_the_door([&] {
     const bool read_only = which == id::lst;
-    if (!usable(which) || read_only) return;
+    if (at(which).is() != kind::text || !usable(which) || read_only) return;
     move_focus({which, 0});
     control& box = at(which);
-    if (box.text() == text) return;
-    box.set_typed_text(text, caret);
+    // The source keeps CR LF between its lines, whatever was typed or pasted.
+    if (which == id::source)
+      box.set_typed_text(with_crlf(text), caret);
+    else
+      box.set_typed_text(text, caret);
   });
 }
 
 void Estructura::select(id which, int start, int length) {
   through_the_door([&] {
-    if (!usable(which)) return;
+    if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
     at(which).set_selection(start, length);
   });
@@ -309,19 +316,14 @@ void Estructura::select(id which, int start, int length) {
 
 void Estructura::enter(id which) {
   through_the_door([&] {
-    if (!usable(which)) return;
+    if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
     control& box = at(which);
-    if (which == id::source) {
-      // The one box of several lines: the key breaks the line at the caret.
-      const std::size_t from = byte_of_char(box.text(), static_cast<std::size_t>(box.sel_start()));
-      const std::size_t to =
-          byte_of_char(box.text(), static_cast<std::size_t>(box.sel_start() + box.sel_length()));
-      const int caret = box.sel_start() + 2;
-      box.set_typed_text(box.text().substr(0, from) + "\r\n" + box.text().substr(to), caret);
-      return;
-    }
-    raised(box, event::enter);
+    // In the one box of several lines the key breaks the line at the caret.
+    if (which == id::source)
+      replace_selection("\r\n");
+    else
+      raised(box, event::enter);
   });
 }
 
@@ -344,8 +346,11 @@ void Estructura::press_map(double y) {
   });
 }
 
-// --- Looking
-// ------------------------------------------------------------------------------------------------------
+void Estructura::close_request() {
+  through_the_door([this] { Form_Unload(); });
+}
+
+// --- Looking ---
 
 void Estructura::settle_row() {
   if (!std::exchange(due.row, false)) return;
@@ -361,10 +366,18 @@ void Estructura::settle_marker() {
   ++map_.changes;
 }
 
-void Estructura::bring_up_to_date() {
+void Estructura::settle() {
   settle_row();
   settle_marker();
   if (std::exchange(due.views, false)) show_views();
+}
+
+void Estructura::bring_up_to_date() {
+  try {
+    settle();
+  } catch (const fallo&) {
+    fault();
+  }
 }
 
 const control& Estructura::look(id which, int index) {

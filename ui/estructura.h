@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "common/bounded_array.h"
+#include "common/fichero.h"
 #include "core/chipstate.h"
 #include "core/pantalla.h"
 #include "ui/anfitrion.h"
@@ -26,6 +27,8 @@
 #include "ui/controles.h"
 
 namespace estructura {
+
+struct assembly_error;
 
 enum class map_colour : std::uint8_t { none, yellow, blue };
 
@@ -61,8 +64,7 @@ class Estructura final : public pantalla, private event_sink {
   /// The window's load event; also what a device change runs again.
   void Form_Load();
 
-  // --- The door
-  // -----------------------------------------------------------------------------------------------
+  // --- The door ---
 
   /// A click on a button; on a check box or option, which takes its new value first.
   void click(id which, int index = 0);
@@ -92,8 +94,7 @@ class Estructura final : public pantalla, private event_sink {
   /// The window's own close request.
   void close_request();
 
-  // --- Looking
-  // ------------------------------------------------------------------------------------------------
+  // --- Looking ---
 
   /// Works out everything that is owed to the eye. The looks below do it themselves.
   void bring_up_to_date();
@@ -108,8 +109,7 @@ class Estructura final : public pantalla, private event_sink {
   [[nodiscard]] const document& source() const { return asm_; }
   [[nodiscard]] const chipstate& chip() const { return chip_; }
 
-  // --- For tests: the machine changed from outside, with no refresh until asked for
-  // ----------------------------
+  // --- For tests: the machine changed from outside, with no refresh until asked for ---
 
   /// The machine's state, open to change, after everything owed so far has been worked out.
   [[nodiscard]] chipstate& poke();
@@ -139,6 +139,7 @@ class Estructura final : public pantalla, private event_sink {
   control& at(id which, int index = 0);
   [[nodiscard]] const control& at(id which, int index = 0) const;
   answer ask(box kind, const std::string& text);
+  void settle();
   void settle_row();
   void settle_marker();
 
@@ -200,6 +201,7 @@ class Estructura final : public pantalla, private event_sink {
   void rebuild_row(int address);
   void MP_Click(int);
   void MP_DblClick(int);
+  void show_instruction_at(int address);
   void direc_Change(int);
   void INS_Change(int);
   void INS_KeyPress(int);
@@ -208,15 +210,39 @@ class Estructura final : public pantalla, private event_sink {
   void borrarins_Click(int);
   void break_Click(int);
 
+  // Source and listing (editor.cpp).
+  void Ensamblar_Click(int);
+  void show_assembly_error(const assembly_error& error);
+  void desensamblar_Click(int);
+  void lst_Click(int);
+  void lst_KeyUp(int);
+  void replace_selection(std::string_view text);
+  void Copiar_Click(int);
+  void Cortar_Click(int);
+  void Pegar_Click(int);
+  void tab_Click(int);
+
   // The documents (documentos.cpp).
   bool ask_to_save_hex();
+  bool ask_to_save_source(const std::string& question);
+  [[nodiscard]] std::string source_question() const;
+  std::string choose_file(bool save, std::string_view filter, std::string_view extension,
+                          std::string_view proposed);
+  std::string choose_save_name(std::string_view filter, std::string_view extension,
+                               const std::string& current);
   void show_name(id label, const document& doc);
   void cargar_Click(int);
   void salvar_Click(int);
+  void salvar16c84_Click(int);
   void borrar_Click(int);
   void read_hex(const std::string& path);
   void erase_program_memory();
+  void source_Change(int);
+  void cargarasm_Click(int);
+  void salvarasm_Click(int);
+  void borrarasm_Click(int);
   void fin_Click(int);
+  void Form_Unload();
   void end_program();
 
   anfitrion& host_;
@@ -226,6 +252,7 @@ class Estructura final : public pantalla, private event_sink {
   map_view map_;
   document hex_;
   document asm_;
+  codificacion asm_encoding_ = codificacion::utf8;
   focus_place focus_;
   bool run_on_stack_ = false;
   bool ended_ = false;

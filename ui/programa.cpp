@@ -47,8 +47,12 @@ void Estructura::MP_DblClick(int) {
   const int row = at(id::MP).row();
   if (row < 0) return;
   MP_Click(0);
-  const std::uint16_t word = chip_.progmem[row];
-  const std::string text = word == unprogrammed ? "???" : deshex(word);
+  show_instruction_at(row);
+}
+
+// The text of a word, ready to be edited; empty for what is no instruction.
+void Estructura::show_instruction_at(int address) {
+  const std::string text = deshex(chip_.progmem[address]);
   at(id::INS).set_text(text == "???" ? "" : text);
 }
 

@@ -121,15 +121,12 @@ void Estructura::show_pins() {
       at(port, i).show_value(getbit(pins, i) == 1);
     }
   };
-  // The values are copied first: showing one writes it back, bit by bit.
-  const auto boxes = env.boxes;
-  if (chip_.devmodel.is16c5x) show(id::PA, 4, chip_.cpu.trisa, boxes[0]);
-  show(id::PB, 8, chip_.cpu.trisb, boxes[1]);
-  if (chip_.devmodel.hasportc) show(id::PC, 8, chip_.cpu.trisc, boxes[2]);
+  if (chip_.devmodel.is16c5x) show(id::PA, 4, chip_.cpu.trisa, env.boxes[0]);
+  show(id::PB, 8, chip_.cpu.trisb, env.boxes[1]);
+  if (chip_.devmodel.hasportc) show(id::PC, 8, chip_.cpu.trisc, env.boxes[2]);
 }
 
-// --- Editing
-// ------------------------------------------------------------------------------------------------------
+// --- Editing ---
 
 void Estructura::edit_register(int code, const std::string& caption, const std::string& value) {
   at(id::dirdat).set_tag(std::to_string(code));
