@@ -66,6 +66,12 @@ bool write_all(int fd, std::string_view bytes) {
   return true;
 }
 
+// Whether a step was refused because of the folder, its disk or its neighbours, and not for want of
+// something. Only then is writing in place any safer than not writing.
+bool folder_refuses(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV;
+}
+
 bool write_in_place(const std::string& path, std::string_view bytes) {
   descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
   if (!file.open()) return false;
@@ -150,6 +156,8 @@ bool guarda_fichero(const std::string& path, std::string_view bytes) {
   const fs::path target = link_target(fs::path(path));
   struct stat old {};
   const bool had = ::stat(target.c_str(), &old) == 0;
+  // A circle of links, or a folder that may not be looked into, is not a file that is missing.
+  if (!had && errno != ENOENT) return false;
   if (had && !S_ISREG(old.st_mode))
     return S_ISDIR(old.st_mode) ? false : write_in_place(target.string(), bytes);
   // A file that may not be written stays as it is, even where its folder would let it be replaced.
@@ -159,7 +167,7 @@ bool guarda_fichero(const std::string& path, std::string_view bytes) {
   std::vector<char> name(beside.begin(), beside.end());
   name.push_back('\0');
   descriptor file(::mkostemp(name.data(), O_CLOEXEC));
-  if (!file.open()) return write_in_place(target.string(), bytes);
+  if (!file.open()) return folder_refuses(errno) && write_in_place(target.string(), bytes);
   beside.assign(name.data());
 
   const bool written = write_all(file.get(), bytes) &&
@@ -177,8 +185,9 @@ bool guarda_fichero(const std::string& path, std::string_view bytes) {
     return write_in_place(target.string(), bytes);
   }
   if (::rename(beside.c_str(), target.c_str()) != 0) {
+    const bool refused = folder_refuses(errno);
     ::unlink(beside.c_str());
-    return write_in_place(target.string(), bytes);
+    return refused && write_in_place(target.string(), bytes);
   }
   sync_folder(target.parent_path());
   return true;

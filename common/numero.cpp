@@ -1,5 +1,6 @@
 #include "common/numero.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -73,7 +74,10 @@ double valdec(std::string_view typed) {
   try {
     value = std::stod(plain);
   } catch (const std::out_of_range&) {
-    const bool tiny = scale + exponent_at(text, i) < 0;
+    // Which of the two it was shows in the place of the first figure that is not 0.
+    const std::size_t zeros = std::min(digits.find_first_not_of('0'), digits.size());
+    const int places = static_cast<int>(digits.size() - zeros);
+    const bool tiny = places + scale + exponent_at(text, i) < 0;
     value = tiny ? 0.0 : std::numeric_limits<double>::infinity();
   }
   return negative ? -value : value;

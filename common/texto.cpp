@@ -173,10 +173,10 @@ bool to_windows1252(std::string_view utf8, std::string& bytes) {
     const decoded d = decode_at(utf8, i);
     i += d.length;
     const auto high = std::find(cp1252_high.begin(), cp1252_high.end(), d.point);
-    if (!d.valid) break;
-    if (d.point >= 0x80 && high != cp1252_high.end()) {
+    if (d.valid && d.point >= 0x80 && high != cp1252_high.end()) {
       bytes.push_back(static_cast<char>(0x80 + (high - cp1252_high.begin())));
-    } else if (d.point <= 0xFF && (d.point < 0x80 || d.point > 0x9F || cp1252_high[d.point - 0x80] == 0)) {
+    } else if (d.valid && d.point <= 0xFF &&
+               (d.point < 0x80 || d.point > 0x9F || cp1252_high[d.point - 0x80] == 0)) {
       bytes.push_back(static_cast<char>(d.point));
     } else {
       bytes.clear();
