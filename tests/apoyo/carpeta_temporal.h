@@ -1,0 +1,65 @@
+// A folder of its own for a test that needs the disk; gone with everything in it at the end of the test.
+//
+//   const carpeta_temporal folder;
+//   escribe(folder / "uno.hex", ":00000001FF\r\n");
+//   EXPECT_EQ(lee(folder / "uno.hex"), ":00000001FF\r\n");
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <stdlib.h>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace estructura::apoyo {
+
+class carpeta_temporal {
+ public:
+  carpeta_temporal() {
+    std::string name = (std::filesystem::temp_directory_path() / "estructura-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) throw std::filesystem::filesystem_error("mkdtemp", name, {});
+    path_ = name;
+  }
+  ~carpeta_temporal() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+  }
+  carpeta_temporal(const carpeta_temporal&) = delete;
+  carpeta_temporal& operator=(const carpeta_temporal&) = delete;
+  carpeta_temporal(carpeta_temporal&&) = delete;
+  carpeta_temporal& operator=(carpeta_temporal&&) = delete;
+
+  /// The full path of a name in the folder.
+  std::string operator/(std::string_view name) const { return (path_ / name).string(); }
+  [[nodiscard]] std::string path() const { return path_.string(); }
+
+  /// Files and folders directly in it.
+  [[nodiscard]] int entries() const {
+    return static_cast<int>(std::distance(std::filesystem::directory_iterator(path_), {}));
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// Writes a file, with the folders above it. Not through the code under test.
+inline void escribe(const std::string& path, std::string_view bytes) {
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  ASSERT_TRUE(file.flush().good()) << path;
+}
+
+/// The bytes of a file; a file that cannot be read gives a text that no test expects.
+inline std::string lee(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return "<no such file: " + path + ">";
+  std::string bytes(static_cast<std::size_t>(std::filesystem::file_size(path)), '\0');
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return file ? bytes : "<unreadable: " + path + ">";
+}
+
+}  // namespace estructura::apoyo

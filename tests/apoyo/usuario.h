@@ -1,0 +1,82 @@
+// Runs part of a test where the disk may say no: as an ordinary user, for whom permissions hold, and under
+// limits of the process, all in a child of its own.
+//
+//   EXPECT_TRUE(as_ordinary_user([&] { return !guarda_fichero(read_only, "x"); }));
+//
+// The child reports by its exit status alone, so the function answers true or false and compares inside.
+#pragma once
+
+#include <csignal>
+#include <grp.h>
+#include <optional>
+#include <sched.h>
+#include <string>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace estructura::apoyo {
+
+inline constexpr uid_t nobody = 65534;
+
+/// What a function answers in a child process; false as well when the child dies.
+template <class Function>
+bool in_child(Function function) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(function() ? 0 : 1);
+  int status = 0;
+  if (child < 0 || ::waitpid(child, &status, 0) != child) return false;
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+/// The same without the administrator's rights, which no permission stops.
+template <class Function>
+bool as_ordinary_user(Function function) {
+  return in_child([&function] {
+    if (::geteuid() == 0) {
+      const bool dropped = ::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
+      if (!dropped || ::geteuid() == 0) return false;
+    }
+    return function();
+  });
+}
+
+/// The same where no file can grow beyond a size, as on a full disk: a write beyond it fails.
+template <class Function>
+bool with_file_limit(rlim_t bytes, Function function) {
+  return in_child([bytes, &function] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, bytes};
+    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 && function();
+  });
+}
+
+/// The same with a folder that is a disk of its own, of so many pages of 4096 bytes and so many files.
+/// Nothing where the system lets nobody mount one, as in some containers.
+template <class Function>
+std::optional<bool> on_small_disk(const std::string& folder, int pages, int files, Function function) {
+  constexpr int refused = 2;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    // The folder itself counts as a file of the disk.
+    const std::string size =
+        "size=" + std::to_string(pages * 4096) + ",nr_inodes=" + std::to_string(files + 1);
+    const bool mounted = ::unshare(CLONE_NEWNS) == 0 &&
+                         ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                         ::mount("disk", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
+    ::_exit(!mounted ? refused : (function() ? 0 : 1));
+  }
+  int status = 0;
+  if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status)) return false;
+  if (WEXITSTATUS(status) == refused) return std::nullopt;
+  return WEXITSTATUS(status) == 0;
+}
+
+/// Gives a path to the user that `as_ordinary_user` becomes. Nothing to do for who is one already.
+inline bool give_to_ordinary_user(const char* path) {
+  return ::geteuid() != 0 || ::chown(path, nobody, static_cast<gid_t>(nobody)) == 0;
+}
+
+}  // namespace estructura::apoyo
