@@ -106,6 +106,8 @@ void control::choose_row(int row) {
     return;
   }
   set_row_selection(row, {row});
+  // Chosen anew, be it the same line: whoever shows the list brings it back into sight.
+  touch();
   raise(event::click);
 }
 

@@ -154,6 +154,7 @@ void Estructura::cargarasm_Click(int) {
   at(id::source).set_text("");
   const std::string chosen = choose_file(false, asm_load_filter, asm_extension, "");
   asm_ = {.name = to_lower(chosen)};
+  asm_encoding_ = codificacion::utf8;
   if (!chosen.empty()) {
     std::string text;
     if (cargaasm(chosen, text, asm_encoding_))

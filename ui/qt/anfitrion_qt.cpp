@@ -1,0 +1,152 @@
+#include "ui/qt/anfitrion_qt.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTimer>
+
+#include "common/fichero.h"
+#include "ui/qt/texto_qt.h"
+#include "ui/qt/ventana.h"
+
+namespace estructura {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A click waits at most this long for its turn during a run.
+constexpr auto turn = 1ms;
+/// Between two paintings of the window: some 57 a second.
+constexpr auto frame = 17500us;
+/// Steps between two looks at the clock. A look costs 30 ns, a step 10 to 25, and the slowest step a few
+/// microseconds: the turn is kept whatever the program does.
+constexpr int steps_between_looks = 256;
+/// While the chip sleeps nothing but the person can change it, so the run waits for the person.
+constexpr auto nap = 10ms;
+
+/// Desktops differ in the order of Sí, No and Cancelar; here it is always this one. For the boxes alone: a
+/// style sheet of the whole program would make every widget of the window dearer to paint.
+constexpr const char* fixed_order = "QDialogButtonBox { button-layout: 0 }";
+
+/// "description|pattern|..." as Qt writes it: the description shown, then the patterns in brackets.
+QStringList filtros(std::string_view filter) {
+  const QStringList parts = a_qt(filter).split(QLatin1Char('|'));
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    // Qt takes "*.*" at its word, and would hide the files whose name has no dot.
+    const QString pattern = parts[i + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1];
+    filters << parts[i] + QLatin1String(" (") + pattern + QLatin1Char(')');
+  }
+  return filters;
+}
+
+}  // namespace
+
+void anfitrion_qt::pon_al_dia() {
+  if (window_ != nullptr) window_->actualiza();
+}
+
+answer anfitrion_qt::mensaje(box kind, std::string_view text) {
+  // What is still asked while the program ends gets the answer of a box that was closed.
+  if (ended_) return anfitrion::mensaje(kind, text);
+  pon_al_dia();
+  QMessageBox shown(window_);
+  shown.setStyleSheet(QString::fromLatin1(fixed_order));
+  shown.setWindowTitle(QStringLiteral("Estructura"));
+  // A file name may hold what looks like markup.
+  shown.setTextFormat(Qt::PlainText);
+  shown.setText(a_qt(text).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+  if (kind == box::yesno || kind == box::yesnocancel) {
+    const bool cancels = kind == box::yesnocancel;
+    QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
+    if (cancels) buttons |= QMessageBox::Cancel;
+    shown.setStandardButtons(buttons);
+    shown.setDefaultButton(QMessageBox::Yes);
+    shown.setEscapeButton(cancels ? QMessageBox::Cancel : QMessageBox::No);
+  } else {
+    shown.setStandardButtons(QMessageBox::Ok);
+    shown.setDefaultButton(QMessageBox::Ok);
+    if (kind == box::ok_right) {
+      if (auto* label = shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+  }
+  switch (shown.exec()) {
+    case QMessageBox::Yes: return answer::yes;
+    case QMessageBox::No: return answer::no;
+    case QMessageBox::Ok: return answer::ok;
+    default: return anfitrion::mensaje(kind, text);
+  }
+}
+
+std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std::string_view extension,
+                                        std::string_view proposed) {
+  if (ended_) return {};
+  pon_al_dia();
+  QFileDialog dialog(window_);
+  dialog.setStyleSheet(QString::fromLatin1(fixed_order));
+  // The desktop's own would speak the desktop's language.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  // A name that does not exist is an answer too; what becomes of it is for the window to say.
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setViewMode(QFileDialog::List);
+  dialog.setNameFilters(filtros(filter));
+  dialog.setDefaultSuffix(a_qt(extension));
+  if (!proposed.empty()) {
+    const QFileInfo place(a_qt(localiza(proposed)));
+    if (place.dir().exists()) dialog.setDirectory(place.dir());
+    dialog.selectFile(place.fileName());
+  }
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().constFirst().toStdString();
+}
+
+std::string anfitrion_qt::portapapeles() {
+  return de_qt(QGuiApplication::clipboard()->text());
+}
+
+void anfitrion_qt::pon_portapapeles(std::string_view text) {
+  QGuiApplication::clipboard()->setText(a_qt(text));
+}
+
+void anfitrion_qt::pita() {
+  QApplication::beep();
+}
+
+int anfitrion_qt::cede() {
+  const reloj::time_point now = reloj::now();
+  if (now - attended_ < turn || window_ == nullptr || ended_) return steps_between_looks;
+  if (now >= next_frame_) {
+    window_->actualiza();
+    // Kept to its beat, unless it has fallen behind it by more than one.
+    next_frame_ = next_frame_ + frame > now ? next_frame_ + frame : now + frame;
+  }
+  if (window_->estructura().chip().sleeping) {
+    QTimer alarm;
+    alarm.setSingleShot(true);
+    alarm.start(nap);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  } else {
+    QCoreApplication::processEvents();
+  }
+  attended_ = reloj::now();
+  return steps_between_looks;
+}
+
+void anfitrion_qt::termina() {
+  if (ended_) return;
+  ended_ = true;
+  if (window_ != nullptr) window_->close();
+  // Leaves every loop, those of boxes that are open included.
+  QCoreApplication::exit(0);
+}
+
+}  // namespace estructura

@@ -1,0 +1,452 @@
+#include "ui/qt/composicion.h"
+
+#include <utility>
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "ui/qt/texto_qt.h"
+
+namespace estructura {
+
+namespace {
+
+// Lines of the lists that have something beside them.
+enum linea_datos { linea_indf = 0, linea_legend = 2, linea_status = 3, linea_fsr = 4, linea_porta = 5 };
+enum linea_registros {
+  linea_option_legend = 1,
+  linea_option = 2,
+  linea_trisa = 3,
+  linea_trisb = 4,
+  linea_trisc = 5
+};
+
+template <class Layout>
+Layout* sin_margen(Layout* layout, int spacing) {
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(spacing);
+  return layout;
+}
+
+/// Room within a sheet's frame: styles draw its line somewhat thicker than they say at 200 %.
+constexpr int hilo = 1;
+
+/// A sheet with the background of a list and one frame around all that stands on it.
+QFrame* hoja() {
+  auto* sheet = new QFrame;
+  sheet->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  sheet->setBackgroundRole(QPalette::Base);
+  sheet->setAutoFillBackground(true);
+  sheet->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  return sheet;
+}
+
+QHBoxLayout* en_hoja(QFrame* sheet) {
+  auto* row = new QHBoxLayout(sheet);
+  row->setContentsMargins(hilo, hilo, hilo, hilo);
+  row->setSpacing(0);
+  return row;
+}
+
+}  // namespace
+
+composicion::composicion(QWidget& panel, buscador find, acompanante accompany, const medidas& measures)
+    : find_(std::move(find)), accompany_(std::move(accompany)), m_(measures) {
+  auto* columns = new QHBoxLayout(&panel);
+  columns->setContentsMargins(m_.hueco * 2, m_.hueco, m_.hueco * 2, m_.hueco);
+  columns->setSpacing(m_.hueco * 2);
+  columns->addWidget(panel_fuente(), 5);
+  columns->addWidget(panel_programa(), 2);
+  columns->addWidget(panel_instrumentos(), 0);
+  acomoda();
+}
+
+// --- pieces ---
+
+QGridLayout* composicion::columna(QWidget* sheet, int rows) const {
+  auto* grid = sin_margen(new QGridLayout(sheet), 0);
+  for (int row = 0; row < rows; ++row) grid->setRowMinimumHeight(row, m_.fila);
+  grid->setRowStretch(rows, 1);
+  return grid;
+}
+
+QWidget* composicion::celda(id which, int characters, int index) const {
+  auto* label = static_cast<QLabel*>(w(which, index));
+  label->setFont(m_.mono);
+  label->setFixedSize(m_.ancho(characters), m_.fila);
+  return label;
+}
+
+QWidget* composicion::visor(id which, int characters, Qt::Alignment alignment) const {
+  auto* label = static_cast<QLabel*>(w(which));
+  label->setFont(m_.mono);
+  label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  label->setBackgroundRole(QPalette::Base);
+  label->setForegroundRole(QPalette::Text);
+  label->setAutoFillBackground(true);
+  label->setAlignment(alignment | Qt::AlignVCenter);
+  label->setFixedSize(m_.celda(characters) + 2 * label->frameWidth() + m_.letra / 2,
+                      m_.fila + 2 * label->frameWidth() + m_.hueco / 2);
+  return label;
+}
+
+QWidget* composicion::titulo(id which) const {
+  QWidget* label = w(which);
+  QFont bold = label->font();
+  bold.setBold(true);
+  label->setFont(bold);
+  return label;
+}
+
+QLabel* composicion::aclaracion(const char* text) const {
+  auto* label = new QLabel(QString::fromUtf8(text));
+  label->setForegroundRole(QPalette::PlaceholderText);
+  QSizePolicy policy = label->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  label->setSizePolicy(policy);
+  return label;
+}
+
+QWidget* composicion::boton(id which) const {
+  auto* button = static_cast<QPushButton*>(w(which));
+  QString caption = a_qt(declared(which).texts[0]);
+  caption.remove(QLatin1Char('&'));
+  const int picture = button->icon().isNull() ? 0 : button->iconSize().width() + m_.letra / 2;
+  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(caption) + picture + 3 * m_.letra);
+  return button;
+}
+
+// --- source ---
+
+QWidget* composicion::panel_fuente() {
+  auto* column = new QWidget;
+  auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
+  auto* title = new QHBoxLayout;
+  title->setSpacing(m_.hueco * 2);
+  title->addWidget(titulo(id::Label5));
+  // A long file name is cut, it does not widen the window.
+  w(id::FILASM)->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  title->addWidget(w(id::FILASM), 1);
+  rows->addLayout(title);
+  marco_fuente();
+  rows->addWidget(w(id::Frame7), 1);
+  return column;
+}
+
+void composicion::marco_fuente() {
+  auto* grid = new QGridLayout(w(id::Frame7));
+  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
+  grid->setSpacing(m_.hueco);
+
+  auto* clip = sin_margen(new QHBoxLayout(w(id::clip)), m_.hueco);
+  for (const id which : {id::tab, id::Copiar, id::Cortar, id::Pegar}) clip->addWidget(boton(which), 1);
+
+  auto* top = new QHBoxLayout;
+  top->setSpacing(m_.hueco * 2);
+  top->addWidget(w(id::sl, 0));
+  top->addWidget(w(id::sl, 1));
+  top->addStretch(1);
+  top->addWidget(w(id::clip));
+  grid->addLayout(top, 0, 0);
+
+  // One place for both: one of them is hidden.
+  for (const id which : {id::source, id::lst}) {
+    w(which)->setMinimumWidth(m_.celda(40));
+    grid->addWidget(w(which), 1, 0);
+  }
+  grid->setRowStretch(1, 1);
+  grid->setColumnStretch(0, 1);
+
+  auto* files = sin_margen(new QGridLayout, m_.hueco);
+  files->addWidget(boton(id::cargarasm), 0, 0);
+  files->addWidget(boton(id::salvarasm), 0, 1);
+  files->addWidget(boton(id::borrarasm), 0, 2);
+  files->addWidget(boton(id::Ensamblar), 0, 3);
+  files->addWidget(boton(id::desensamblar), 0, 4);
+  files->addWidget(boton(id::cargar), 1, 0);
+  files->addWidget(boton(id::salvar), 1, 1);
+  files->addWidget(boton(id::borrar), 1, 2);
+  files->addWidget(boton(id::salvar16c84), 1, 3);
+  files->addWidget(boton(id::fin), 1, 4);
+  for (int column = 0; column < 5; ++column) files->setColumnStretch(column, 1);
+  grid->addLayout(files, 2, 0);
+
+  grid->addWidget(w(id::mapa), 0, 1, 3, 1);
+}
+
+// --- program memory ---
+
+QWidget* composicion::panel_programa() {
+  auto* column = new QWidget;
+  auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
+  auto* title = new QHBoxLayout;
+  title->setSpacing(m_.hueco * 2);
+  title->addWidget(titulo(id::Label10));
+  w(id::FILHEX)->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  w(id::FILHEX)->setMinimumWidth(m_.celda(12));
+  title->addWidget(w(id::FILHEX), 1);
+  rows->addLayout(title);
+  rows->addWidget(w(id::MP), 1);
+  marco_instruccion();
+  rows->addWidget(w(id::Frame1));
+  return column;
+}
+
+void composicion::marco_instruccion() {
+  auto* grid = new QGridLayout(w(id::Frame1));
+  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
+  grid->setHorizontalSpacing(m_.hueco);
+  grid->setVerticalSpacing(m_.hueco / 2);
+  grid->addWidget(w(id::Label1), 0, 0);
+  grid->addWidget(w(id::Label2), 0, 1);
+  grid->addWidget(w(id::Label3), 0, 2);
+  w(id::direc)->setFixedWidth(m_.celda(5));
+  grid->addWidget(w(id::direc), 1, 0);
+  w(id::INS)->setMinimumWidth(m_.celda(14));
+  grid->addWidget(w(id::INS), 1, 1);
+  grid->addWidget(visor(id::codop, 3, Qt::AlignHCenter), 1, 2);
+  grid->setColumnStretch(1, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(m_.hueco);
+  for (const id which : {id::Entrarins, id::borrarins, id::break_}) buttons->addWidget(boton(which), 1);
+  grid->addLayout(buttons, 2, 0, 1, 3);
+}
+
+// --- instruments ---
+
+QWidget* composicion::panel_instrumentos() {
+  auto* column = new QWidget;
+  column->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
+
+  marco_pic();
+  rows->addWidget(w(id::Frame3));
+
+  auto* middle = sin_margen(new QGridLayout, m_.hueco);
+  marco_registros();
+  marco_puertos();
+  marco_tmr0();
+  middle->addWidget(w(id::Frame2), 0, 0, 2, 1);
+  middle->addWidget(w(id::Frame5), 0, 1);
+  middle->addWidget(w(id::Frame4), 1, 1);
+  middle->setColumnStretch(1, 1);
+  middle->setRowStretch(0, 1);
+  rows->addLayout(middle);
+
+  rows->addWidget(memoria_datos());
+  rows->addStretch(1);
+  auto* banner = static_cast<QLabel*>(w(id::rotulo));
+  banner->setForegroundRole(QPalette::PlaceholderText);
+  banner->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  rows->addWidget(banner);
+  return column;
+}
+
+void composicion::marco_pic() {
+  auto* rows = new QVBoxLayout(w(id::Frame3));
+  rows->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
+  rows->setSpacing(m_.hueco);
+
+  auto* clock = new QHBoxLayout;
+  clock->setSpacing(m_.hueco);
+  clock->addWidget(w(id::PIC));
+  clock->addSpacing(m_.hueco * 2);
+  clock->addWidget(w(id::Label14));
+  w(id::FREC)->setFixedWidth(m_.celda(8));
+  clock->addWidget(w(id::FREC));
+  clock->addWidget(w(id::Label19));
+  clock->addStretch(1);
+  clock->addWidget(w(id::fext));
+  clock->addWidget(w(id::CMCLR));
+  rows->addLayout(clock);
+
+  auto* run = new QHBoxLayout;
+  run->setSpacing(m_.hueco);
+  for (const id which : {id::eje1, id::ejecutar, id::MCLR, id::WDT, id::por}) run->addWidget(boton(which), 1);
+  rows->addLayout(run);
+
+  auto* counters = new QGridLayout;
+  counters->setHorizontalSpacing(m_.hueco);
+  counters->setVerticalSpacing(m_.hueco / 2);
+  counters->addWidget(w(id::Label8), 0, 0);
+  counters->addWidget(visor(id::ciclos, 11, Qt::AlignRight), 0, 1);
+  counters->addWidget(w(id::Label9), 1, 0);
+  counters->addWidget(visor(id::contawdt, 11, Qt::AlignRight), 1, 1);
+  counters->setColumnMinimumWidth(2, m_.hueco);
+  counters->addWidget(w(id::WATCHDOG), 1, 3);
+  counters->addWidget(w(id::estsleep), 1, 4);
+  counters->addWidget(w(id::VISMP), 0, 3, 1, 2);
+  counters->setColumnStretch(5, 1);
+  rows->addLayout(counters);
+}
+
+void composicion::marco_registros() {
+  auto* grid = new QGridLayout(w(id::Frame2));
+  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
+  grid->setHorizontalSpacing(m_.hueco * 2);
+  grid->setVerticalSpacing(m_.hueco / 2);
+
+  grid->addWidget(titulo(id::Label13), 0, 0);
+  QFrame* registers = hoja();
+  QHBoxLayout* table = en_hoja(registers);
+  table->addWidget(w(id::nomre));
+  table->addWidget(w(id::RE));
+  auto* binaries = new QWidget;
+  tris_ = columna(binaries, 6);
+  tris_->setContentsMargins(m_.letra, 0, m_.letra, 0);
+  tris_->addWidget(celda(id::loption, 8), linea_option_legend, 0);
+  tris_->addWidget(celda(id::OPT, 8), linea_option, 0);
+  tris_->addWidget(celda(id::TRISA, 8), linea_trisa, 0);
+  tris_->addWidget(celda(id::TRISB, 8), linea_trisb, 0);
+  tris_->addWidget(celda(id::TRISC, 8), linea_trisc, 0);
+  w(id::loption)->setForegroundRole(QPalette::PlaceholderText);
+  table->addWidget(binaries);
+  grid->addWidget(registers, 1, 0);
+
+  auto* stack_title = titulo(id::Label12);
+  grid->addWidget(stack_title, 0, 1);
+  auto* stack = sin_margen(new QHBoxLayout, m_.hueco / 2);
+  QFrame* levels = hoja();
+  en_hoja(levels)->addWidget(w(id::PIL));
+  w(id::Label4)->setFixedHeight(m_.fila + levels->frameWidth() + hilo);
+  static_cast<QLabel*>(w(id::Label4))->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  stack->addWidget(levels, 0, Qt::AlignTop);
+  stack->addWidget(w(id::Label4), 0, Qt::AlignTop);
+  stack->addStretch(1);
+  grid->addLayout(stack, 1, 1);
+
+  auto* entry = sin_margen(new QGridLayout, m_.hueco);
+  entry->setVerticalSpacing(m_.hueco / 2);
+  entry->addWidget(w(id::Label16), 0, 0);
+  entry->addWidget(w(id::Label15), 0, 1);
+  entry->addWidget(visor(id::dirdat, 9, Qt::AlignLeft), 1, 0);
+  w(id::dat)->setFixedWidth(m_.celda(5));
+  entry->addWidget(w(id::dat), 1, 1);
+  entry->addWidget(boton(id::entrardat), 1, 2);
+  entry->setColumnStretch(2, 1);
+  grid->setRowMinimumHeight(2, m_.hueco);
+  grid->setRowStretch(2, 1);
+  grid->addLayout(entry, 3, 0, 1, 2);
+}
+
+void composicion::marco_puertos() {
+  auto* grid = new QGridLayout(w(id::Frame5));
+  grid->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
+  grid->setHorizontalSpacing(0);
+  grid->setVerticalSpacing(m_.hueco / 2);
+  // Bit 7 stands leftmost, as in the binary views.
+  constexpr std::array<id, 8> numbers = {id::Label21, id::Label23, id::Label24, id::Label25,
+                                         id::Label26, id::Label27, id::Label28, id::Label29};
+  for (int bit = 0; bit < 8; ++bit)
+    grid->addWidget(w(numbers[static_cast<std::size_t>(bit)]), 0, 8 - bit, Qt::AlignHCenter);
+  for (int port = 0; port < 3; ++port) {
+    constexpr std::array<id, 3> pins = {id::PA, id::PB, id::PC};
+    QWidget* name = w(id::lp, port);
+    name->setMinimumWidth(name->fontMetrics().horizontalAdvance(QStringLiteral("GPIO")) + m_.letra);
+    grid->addWidget(name, port + 1, 0);
+    const id pin = pins[static_cast<std::size_t>(port)];
+    for (int bit = 0; bit < declared(pin).count; ++bit)
+      grid->addWidget(w(pin, bit), port + 1, 8 - bit, Qt::AlignCenter);
+  }
+  for (int column = 1; column <= 8; ++column) grid->setColumnStretch(column, 1);
+}
+
+void composicion::marco_tmr0() {
+  auto* grid = new QGridLayout(w(id::Frame4));
+  grid->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
+  grid->setHorizontalSpacing(m_.hueco);
+  grid->setVerticalSpacing(m_.hueco / 2);
+  auto* pulse = new QHBoxLayout;
+  pulse->setSpacing(m_.hueco);
+  pulse->addWidget(w(id::Label33));
+  pulse->addWidget(w(id::FR), 1);
+  pulse->addWidget(aclaracion("Hz"));
+  pulse->addWidget(boton(id::TOCKI));
+  grid->addLayout(pulse, 0, 0, 1, 4);
+  grid->addWidget(w(id::Label22), 1, 0);
+  grid->addWidget(visor(id::SENTIM, 9, Qt::AlignLeft), 1, 1);
+  grid->addWidget(w(id::Label20), 1, 2, Qt::AlignRight);
+  grid->addWidget(visor(id::divtim, 3, Qt::AlignRight), 1, 3);
+  grid->setColumnStretch(2, 1);
+}
+
+QWidget* composicion::memoria_datos() {
+  auto* whole = new QWidget;
+  auto* grid = sin_margen(new QGridLayout(whole), 0);
+  grid->setHorizontalSpacing(m_.hueco * 2);
+
+  QFrame* common = hoja();
+  QHBoxLayout* registers = en_hoja(common);
+  registers->addWidget(w(id::nombres));
+  registers->addWidget(w(id::dirmd, 0));
+  registers->addWidget(w(id::MDP));
+  auto* beside = new QWidget;
+  QGridLayout* cells = columna(beside, 16);
+  cells->setContentsMargins(m_.letra, 0, m_.letra, 0);
+  // What FSR points at: the value beside INDF, the bank and the address beside FSR.
+  auto* indirect = sin_margen(new QHBoxLayout, m_.letra / 2);
+  indirect->addWidget(aclaracion("dato indirecto"));
+  indirect->addWidget(celda(id::INDF, 2));
+  indirect->addStretch(1);
+  cells->addLayout(indirect, linea_indf, 0);
+  auto* pointer = sin_margen(new QHBoxLayout, m_.letra / 2);
+  QLabel* bank = aclaracion("banco");
+  accompany_(id::PAGFSR, bank);
+  pointer->addWidget(aclaracion("dirección"));
+  pointer->addWidget(celda(id::DIRFSR, 2));
+  pointer->addSpacing(m_.letra);
+  pointer->addWidget(bank);
+  pointer->addWidget(celda(id::PAGFSR, 1));
+  pointer->addStretch(1);
+  cells->addLayout(pointer, linea_fsr, 0);
+  cells->addWidget(celda(id::lstatus, 8), linea_legend, 0);
+  w(id::lstatus)->setForegroundRole(QPalette::PlaceholderText);
+  cells->addWidget(celda(id::STATUS, 8), linea_status, 0);
+  cells->addWidget(celda(id::BPA, 8), linea_porta, 0);
+  cells->addWidget(celda(id::BPB, 8), linea_porta + 1, 0);
+  cells->addWidget(celda(id::BPC, 8), linea_porta + 2, 0);
+  registers->addWidget(beside);
+
+  QFrame* banks = hoja();
+  QHBoxLayout* columns = en_hoja(banks);
+  columns->addWidget(w(id::dirmd, 1));
+  auto* numbers = sin_margen(new QHBoxLayout, 0);
+  QLabel* heading = aclaracion("Banco");
+  numbers->addSpacing(banks->frameWidth() + hilo);
+  numbers->addWidget(heading);
+  // The numbers stand above their columns, and what hidden banks leave looks like the panel.
+  w(id::dirmd, 1)->setFixedWidth(heading->sizeHint().width());
+  banks->setBackgroundRole(QPalette::Window);
+  for (int b = 0; b < 4; ++b) {
+    columns->addWidget(w(id::MD, b));
+    auto* number = static_cast<QLabel*>(celda(id::lpag, 1, b));
+    number->setAlignment(Qt::AlignCenter);
+    number->setFixedWidth(w(id::MD, b)->width());
+    numbers->addWidget(number);
+  }
+  numbers->addSpacing(banks->frameWidth() + hilo);
+
+  grid->addWidget(titulo(id::Label11), 0, 0, Qt::AlignBottom);
+  grid->addLayout(numbers, 0, 1);
+  grid->addWidget(common, 1, 0);
+  grid->addWidget(banks, 1, 1);
+  grid->setColumnStretch(2, 1);
+  return whole;
+}
+
+void composicion::acomoda() {
+  const bool up = w(id::TRISA)->isHidden();
+  if (up == tris_arriba_) return;
+  tris_arriba_ = up;
+  tris_->removeWidget(w(id::TRISB));
+  tris_->addWidget(w(id::TRISB), up ? linea_trisa : linea_trisb, 0);
+}
+
+}  // namespace estructura

@@ -1,0 +1,64 @@
+// Where each control stands in the window. One dense panel: the source at the left, program memory with its
+// map in the middle, and the instruments in a column at the right that keeps its size; source and program
+// list take all the room that there is.
+//
+//   composicion layout(panel, find, accompany, measures);
+//   layout.acomoda();          // after each copy: what stands elsewhere on some devices
+#pragma once
+
+#include <functional>
+
+#include "ui/controles.h"
+#include "ui/qt/medidas.h"
+
+class QBoxLayout;
+class QGridLayout;
+class QLabel;
+class QWidget;
+
+namespace estructura {
+
+class composicion {
+ public:
+  /// Finds the widget of a control.
+  using buscador = std::function<QWidget*(id which, int index)>;
+  /// Makes a widget without a record be seen only while a control is.
+  using acompanante = std::function<void(id which, QWidget* companion)>;
+
+  composicion(QWidget& panel, buscador find, acompanante accompany, const medidas& measures);
+
+  /// TRISB takes the line of TRISA on the devices that have no TRISA.
+  void acomoda();
+
+ private:
+  [[nodiscard]] QWidget* w(id which, int index = 0) const { return find_(which, index); }
+  QWidget* panel_fuente();
+  QWidget* panel_programa();
+  QWidget* panel_instrumentos();
+  void marco_fuente();
+  void marco_instruccion();
+  void marco_pic();
+  void marco_registros();
+  void marco_puertos();
+  void marco_tmr0();
+  QWidget* memoria_datos();
+
+  /// A column of cells, each beside a line of the lists next to it.
+  QGridLayout* columna(QWidget* sheet, int rows) const;
+  /// A label that shows a value: fixed size, so that another text moves nothing.
+  QWidget* celda(id which, int characters, int index = 0) const;
+  /// The same within a frame of its own.
+  QWidget* visor(id which, int characters, Qt::Alignment alignment) const;
+  QWidget* titulo(id which) const;
+  QLabel* aclaracion(const char* text) const;
+  /// A button no wider than its caption needs.
+  QWidget* boton(id which) const;
+
+  buscador find_;
+  acompanante accompany_;
+  medidas m_;
+  QGridLayout* tris_ = nullptr;
+  bool tris_arriba_ = false;
+};
+
+}  // namespace estructura

@@ -1,0 +1,267 @@
+#include "ui/qt/cuadro_texto.h"
+
+#include <algorithm>
+#include <string>
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include "ui/qt/texto_qt.h"
+
+namespace estructura {
+
+namespace {
+
+// --- one line ---
+
+/// A line of entry whose selection outlives the loss of the focus, as the record's does, but is seen only
+/// with it.
+class linea final : public QLineEdit {
+ public:
+  linea() { muestra_seleccion(false); }
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override {
+    // With the Tab key's reason QLineEdit would select all by itself; that is for the window to say.
+    QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
+    QLineEdit::focusInEvent(&plain);
+    by_mouse_ = event->reason() == Qt::MouseFocusReason;
+    muestra_seleccion(true);
+  }
+
+  void focusOutEvent(QFocusEvent*) override {
+    // For this reason alone QLineEdit keeps what is selected.
+    QFocusEvent keeping(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QLineEdit::focusOutEvent(&keeping);
+    muestra_seleccion(false);
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    // The click that brings the focus selects the whole text where the window says so; it does not undo that.
+    const bool keep = by_mouse_ && hasSelectedText();
+    by_mouse_ = false;
+    if (keep) return;
+    QLineEdit::mousePressEvent(event);
+  }
+
+  void changeEvent(QEvent* event) override {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) muestra_seleccion(hasFocus());
+  }
+
+ private:
+  void muestra_seleccion(bool shown) {
+    if (shown) {
+      setPalette({});
+      return;
+    }
+    QPalette hidden;
+    hidden.setColor(QPalette::Highlight, Qt::transparent);
+    hidden.setColor(QPalette::Active, QPalette::HighlightedText,
+                    palette().color(QPalette::Active, QPalette::Text));
+    hidden.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                    palette().color(QPalette::Active, QPalette::Text));
+    hidden.setColor(QPalette::Disabled, QPalette::HighlightedText,
+                    palette().color(QPalette::Disabled, QPalette::Text));
+    setPalette(hidden);
+  }
+
+  bool by_mouse_ = false;
+};
+
+/// Start and end of a selection in units of the widget; the caret stands at its end.
+struct tramo {
+  int start;
+  int end;
+};
+
+class enlace_linea final : public enlace {
+ public:
+  enlace_linea(const control& record, puerta& door, const medidas& measures)
+      : enlace(record, door), edit_(new linea) {
+    edit_->setFont(measures.mono);
+    edit_->setMinimumWidth(measures.celda(4));
+    const auto look = [this] { revisa(); };
+    QObject::connect(edit_, &QLineEdit::textChanged, edit_, look);
+    QObject::connect(edit_, &QLineEdit::selectionChanged, edit_, look);
+    QObject::connect(edit_, &QLineEdit::cursorPositionChanged, edit_, look);
+    QObject::connect(edit_, &QLineEdit::returnPressed, edit_,
+                     [this] { actua([this](Estructura& window) { window.enter(which()); }); });
+  }
+  [[nodiscard]] QWidget* widget() const override { return edit_; }
+
+ protected:
+  void muestra(const control& from) override {
+    if (from.text() != shown_ || a_qt(shown_) != edit_->text()) {
+      shown_ = from.text();
+      edit_->setText(a_qt(shown_));
+    }
+    start_ = from.sel_start();
+    length_ = from.sel_length();
+    const int start = unidad_de_caracter(shown_, start_);
+    const int end = unidad_de_caracter(shown_, start_ + length_);
+    const tramo now = seleccion();
+    if (now.start == start && now.end == end) return;
+    if (start == end)
+      edit_->setCursorPosition(start);
+    else
+      edit_->setSelection(start, end - start);
+  }
+
+ private:
+  [[nodiscard]] tramo seleccion() const {
+    if (!edit_->hasSelectedText()) return {edit_->cursorPosition(), edit_->cursorPosition()};
+    return {edit_->selectionStart(), edit_->selectionEnd()};
+  }
+
+  /// What the person did is found by looking: the signals of one action come in no fixed order.
+  void revisa() {
+    if (door().copiando()) return;
+    const std::string text = de_qt(edit_->text());
+    const tramo now = seleccion();
+    const int start = caracter_de_unidad(text, now.start);
+    const int length = caracter_de_unidad(text, now.end) - start;
+    if (text != shown_) {
+      shown_ = text;
+      actua([&](Estructura& window) { window.type(which(), text, start); });
+    } else if (edit_->hasFocus() && (start != start_ || length != length_)) {
+      // Without the focus it is not the person who moves the caret: QLineEdit tells of some changes late.
+      start_ = start;
+      length_ = length;
+      actua([&](Estructura& window) { window.select(which(), start, length); });
+    }
+  }
+
+  linea* edit_;
+  std::string shown_;  ///< the record's text as the widget has it
+  int start_ = 0;      ///< and its selection
+  int length_ = 0;
+};
+
+// --- many lines ---
+
+class area final : public QPlainTextEdit {
+ public:
+  /// A click, or a key released, with the caret where it now stands.
+  std::function<void()> clic;
+  std::function<void()> tecla;
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && clic) clic();
+  }
+  void keyReleaseEvent(QKeyEvent* event) override {
+    QPlainTextEdit::keyReleaseEvent(event);
+    if (tecla) tecla();
+  }
+};
+
+class enlace_area final : public enlace {
+ public:
+  enlace_area(const control& record, puerta& door, const medidas& measures)
+      : enlace(record, door), edit_(new area) {
+    edit_->setFont(measures.mono);
+    edit_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    edit_->setTabStopDistance(8 * measures.letra);
+    // The Tab key walks on; the `tab` button indents.
+    edit_->setTabChangesFocus(true);
+    if (record.which() == id::lst) {
+      edit_->setReadOnly(true);
+      // A read-only text shows no caret and takes no keys unless told to.
+      edit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+      edit_->clic = [this] {
+        const int at = caret();
+        actua([this, at](Estructura& window) { window.click_text(which(), at); });
+      };
+      edit_->tecla = [this] {
+        const int at = caret();
+        actua([this, at](Estructura& window) { window.keyup_text(which(), at); });
+      };
+    }
+    QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] { escrito(); });
+    QObject::connect(edit_, &QPlainTextEdit::selectionChanged, edit_, [this] { seleccionado(); });
+    QObject::connect(edit_, &QPlainTextEdit::cursorPositionChanged, edit_, [this] { seleccionado(); });
+  }
+  [[nodiscard]] QWidget* widget() const override { return edit_; }
+
+ protected:
+  void muestra(const control& from) override {
+    if (from.text() != shown_) {
+      pon_texto(from.text());
+      shown_ = from.text();
+    }
+    start_ = from.sel_start();
+    length_ = from.sel_length();
+    const int start = unidad_de_caracter(shown_, start_);
+    const int end = unidad_de_caracter(shown_, start_ + length_);
+    QTextCursor cursor = edit_->textCursor();
+    if (cursor.selectionStart() == start && cursor.selectionEnd() == end) return;
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    edit_->setTextCursor(cursor);
+  }
+
+ private:
+  [[nodiscard]] int caret() const { return caracter_de_unidad(shown_, edit_->textCursor().position()); }
+
+  /// The new text. Where it is the old one with the selection replaced, as the editing buttons leave it, it
+  /// enters as one edit that can be undone; any other text is a new document.
+  void pon_texto(const std::string& text) {
+    const QString before = a_qt(shown_);
+    const QString after = a_qt(text);
+    QTextCursor cursor = edit_->textCursor();
+    const qsizetype head = cursor.selectionStart();
+    const qsizetype tail = before.size() - cursor.selectionEnd();
+    const bool edited = !edit_->isReadOnly() && head + tail > 0 && after.size() >= head + tail &&
+                        QStringView(after).left(head) == QStringView(before).left(head) &&
+                        QStringView(after).right(tail) == QStringView(before).right(tail);
+    if (edited)
+      cursor.insertText(after.mid(head, after.size() - head - tail));
+    else
+      edit_->setPlainText(after);
+  }
+
+  void escrito() {
+    if (door().copiando()) return;
+    const std::string text = de_qt(edit_->document()->toRawText());
+    // Formats and layouts count as changes of the text for QPlainTextEdit.
+    if (text == shown_) return;
+    shown_ = text;
+    const int at = caret();
+    actua([&](Estructura& window) { window.type(which(), text, at); });
+  }
+
+  void seleccionado() {
+    // With the text changed but not yet told, positions would be counted in the wrong text; telling it
+    // follows.
+    if (door().copiando() || edit_->document()->characterCount() - 1 != a_qt(shown_).size()) return;
+    const QTextCursor cursor = edit_->textCursor();
+    const int start = caracter_de_unidad(shown_, cursor.selectionStart());
+    const int length = caracter_de_unidad(shown_, cursor.selectionEnd()) - start;
+    if (start == start_ && length == length_) return;
+    start_ = start;
+    length_ = length;
+    actua([&](Estructura& window) { window.select(which(), start, length); });
+  }
+
+  area* edit_;
+  std::string shown_;  ///< the record's text as the widget has it
+  int start_ = 0;      ///< and its selection
+  int length_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<enlace> enlaza_texto(const control& record, puerta& door, const medidas& measures) {
+  if (record.which() == id::source || record.which() == id::lst)
+    return std::make_unique<enlace_area>(record, door, measures);
+  return std::make_unique<enlace_linea>(record, door, measures);
+}
+
+}  // namespace estructura

@@ -1,0 +1,337 @@
+#include "ui/qt/lista.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOptionFocusRect>
+
+#include "ui/qt/texto_qt.h"
+
+namespace estructura {
+
+namespace {
+
+aspecto_lista aspecto(id which) {
+  switch (which) {
+    case id::nombres: return {.filas = 16, .letras = 6, .tenues = 1};
+    case id::dirmd: return {.filas = 16, .letras = 2, .tenues = 1};
+    case id::MDP: return {.filas = 16, .letras = 2};
+    case id::MD: return {.filas = 16, .letras = 2, .holgura = 3};
+    case id::nomre: return {.filas = 6, .letras = 6, .tenues = 1};
+    case id::RE: return {.filas = 6, .letras = 3};
+    case id::PIL: return {.filas = 2, .letras = 3};
+    // "*7FF", "FFF" and the longest instruction, "DECFSZ 1F,W", with their gaps.
+    case id::MP: return {.letras = 24, .tenues = 1, .varias = true};
+    default: return {};
+  }
+}
+
+/// Columns of a line with tabs: the mark and address, the word, the instruction.
+constexpr int parada_de_columna(int column) {
+  return column == 0 ? 0 : column == 1 ? 6 : 11 + (column - 2) * 8;
+}
+
+class delegado_lista final : public QStyledItemDelegate {
+ public:
+  delegado_lista(const aspecto_lista& traits, const medidas& measures, QObject* parent)
+      : QStyledItemDelegate(parent),
+        tenues_(traits.tenues),
+        margin_(traits.holgura * measures.letra / 2),
+        letra_(measures.ancho(100) / 100.0),
+        fila_(measures.fila) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QStyle& style = *option.widget->style();
+    style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const bool active = (option.state & QStyle::State_Active) != 0;
+    const bool usable = (option.state & QStyle::State_Enabled) != 0;
+    const QPalette::ColorGroup group = !usable  ? QPalette::Disabled
+                                       : active ? QPalette::Active
+                                                : QPalette::Inactive;
+    const QColor strong = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+    QColor faint = strong;
+    if (!selected) faint.setAlphaF(0.62F);
+
+    painter->setFont(option.font);
+    const QString line = index.data(Qt::DisplayRole).toString();
+    int column = 0;
+    for (qsizetype from = 0; from <= line.size(); ++column) {
+      qsizetype to = line.indexOf(QLatin1Char('\t'), from);
+      if (to < 0) to = line.size();
+      const double x = option.rect.left() + margin_ + parada_de_columna(column) * letra_;
+      const QRectF cell(x, option.rect.top(), option.rect.right() - x + 1, option.rect.height());
+      painter->setPen(column < tenues_ ? faint : strong);
+      painter->drawText(cell, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                        line.mid(from, to - from));
+      from = to + 1;
+    }
+    if ((option.state & QStyle::State_HasFocus) != 0) {
+      QStyleOptionFocusRect focus;
+      focus.QStyleOption::operator=(option);
+      focus.state |= QStyle::State_KeyboardFocusChange;
+      focus.backgroundColor = option.palette.color(selected ? QPalette::Highlight : QPalette::Base);
+      style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
+    }
+  }
+
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
+    return {margin_, fila_};
+  }
+
+ private:
+  int tenues_;
+  int margin_;
+  double letra_;
+  int fila_;
+};
+
+}  // namespace
+
+// --- model ---
+
+int modelo_lista::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant modelo_lista::data(const QModelIndex& index, int role) const {
+  if (role != Qt::DisplayRole || !index.isValid()) return {};
+  return a_qt(rows_[static_cast<std::size_t>(index.row())]);
+}
+
+void modelo_lista::pon(const std::vector<std::string>& rows) {
+  if (rows.size() != rows_.size()) {
+    beginResetModel();
+    rows_ = rows;
+    endResetModel();
+    return;
+  }
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (rows_[i] == rows[i]) continue;
+    rows_[i] = rows[i];
+    const QModelIndex changed = index(static_cast<int>(i));
+    emit dataChanged(changed, changed, {Qt::DisplayRole});
+  }
+}
+
+// --- view ---
+
+vista_lista::vista_lista(const aspecto_lista& traits, const medidas& measures) : traits_(traits) {
+  setFont(measures.mono);
+  setItemDelegate(new delegado_lista(traits, measures, this));
+  setUniformItemSizes(true);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setDragEnabled(false);
+  setSelectionMode(traits.varias ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+  constexpr int least_rows = 8;  // of a list that grows
+  least_ = {measures.ancho(traits.letras) + traits.holgura * measures.letra,
+            (traits.filas > 0 ? traits.filas : least_rows) * measures.fila};
+  if (traits.filas > 0) {
+    setFrameShape(QFrame::NoFrame);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFixedSize(least_);
+  } else {
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    least_ += {2 * frameWidth() + verticalScrollBar()->sizeHint().width(), 2 * frameWidth()};
+  }
+}
+
+std::vector<int> vista_lista::seleccionadas() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : selectionModel()->selectedIndexes()) rows.push_back(index.row());
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+void vista_lista::pon_seleccion(int current, const std::vector<int>& selected, bool chosen) {
+  if (seleccionadas() != selected) {
+    QItemSelection rows;
+    for (std::size_t i = 0; i < selected.size();) {
+      std::size_t end = i + 1;
+      while (end < selected.size() && selected[end] == selected[end - 1] + 1) ++end;
+      rows.select(model()->index(selected[i], 0), model()->index(selected[end - 1], 0));
+      i = end;
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+  }
+  const int shown = current < 0 && hasFocus() ? cursor_ : current;
+  const QModelIndex index = model()->index(shown, 0);
+  centra_ = true;
+  // A line that is current already comes back into view when it is chosen again, and only then: a list that
+  // the person has scrolled must not move under the click that brings it the focus.
+  if (actual() != shown)
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  else if (chosen && index.isValid())
+    scrollTo(index);
+  centra_ = false;
+}
+
+void vista_lista::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  // A line that the program chooses out of sight comes to the middle, with what stands around it.
+  const bool far = centra_ && !viewport()->rect().intersects(visualRect(index));
+  QListView::scrollTo(index, far ? PositionAtCenter : hint);
+}
+
+void vista_lista::dataChanged(const QModelIndex& from, const QModelIndex& to, const QList<int>& roles) {
+  // QListView's own lays all lines out again, and so paints twice; here a text never changes a line's size.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+  QAbstractItemView::dataChanged(from, to, roles);
+}
+
+void vista_lista::avisa() {
+  // With Ctrl held Qt takes the selection back from a line that is the only one; here it is clicked all the
+  // same.
+  if (elegida) elegida(actual(), traits_.varias ? seleccionadas() : std::vector<int>{actual()});
+}
+
+void vista_lista::mousePressEvent(QMouseEvent* event) {
+  const bool on_line = indexAt(event->position().toPoint()).isValid();
+  QListView::mousePressEvent(event);
+  // A click on a line that is selected already is a click all the same.
+  if (event->button() != Qt::LeftButton || !on_line) return;
+  if (!traits_.varias) cursor_ = actual();
+  avisa();
+}
+
+void vista_lista::mouseMoveEvent(QMouseEvent* event) {
+  // Where one line at most is selected, its click may have moved the focus on: dragging selects nothing more.
+  if (!traits_.varias) return;
+  const std::vector<int> before = seleccionadas();
+  QListView::mouseMoveEvent(event);
+  if (seleccionadas() != before) avisa();
+}
+
+void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
+  // A press on one of several selected lines might begin a drag for Qt: that it alone is chosen shows on
+  // release.
+  const std::vector<int> before = seleccionadas();
+  QListView::mouseReleaseEvent(event);
+  if (traits_.varias && seleccionadas() != before) avisa();
+}
+
+void vista_lista::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->button() == Qt::LeftButton && index.isValid() && doble_click) doble_click(index.row());
+}
+
+bool vista_lista::mueve_cursor(int key) {
+  const int last = model()->rowCount() - 1;
+  int to = cursor_;
+  switch (key) {
+    case Qt::Key_Up: to = cursor_ < 0 ? 0 : cursor_ - 1; break;
+    case Qt::Key_Down: to = cursor_ + 1; break;
+    case Qt::Key_Home: to = 0; break;
+    case Qt::Key_End: to = last; break;
+    default: return false;
+  }
+  cursor_ = std::clamp(to, std::min(0, last), last);
+  selectionModel()->setCurrentIndex(model()->index(cursor_, 0), QItemSelectionModel::NoUpdate);
+  return true;
+}
+
+void vista_lista::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (traits_.varias) {
+    if (enter && actual() >= 0 && doble_click) {
+      doble_click(actual());
+      return;
+    }
+    const std::vector<int> before = seleccionadas();
+    const int current = actual();
+    QListView::keyPressEvent(event);
+    if (seleccionadas() != before || actual() != current) avisa();
+    return;
+  }
+  // A click on a line may take the focus away at once, so the arrow keys only walk; Space or Enter is the
+  // click.
+  if (mueve_cursor(event->key())) return;
+  if ((enter || event->key() == Qt::Key_Space) && cursor_ >= 0) {
+    const QModelIndex index = model()->index(cursor_, 0);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    avisa();
+    return;
+  }
+  event->ignore();
+}
+
+void vista_lista::focusInEvent(QFocusEvent* event) {
+  // Not QAbstractItemView's own: it would make the first line the current one.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+  QAbstractScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+void vista_lista::focusOutEvent(QFocusEvent* event) {
+  QListView::focusOutEvent(event);
+  viewport()->update();
+}
+
+void vista_lista::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!hasFocus() || currentIndex().isValid()) return;
+  // No line to carry the focus mark: the list as a whole does.
+  QPainter painter(viewport());
+  QStyleOptionFocusRect focus;
+  focus.initFrom(this);
+  focus.rect = viewport()->rect();
+  focus.state |= QStyle::State_KeyboardFocusChange;
+  focus.backgroundColor = palette().color(QPalette::Base);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+}
+
+// --- link ---
+
+namespace {
+
+class enlace_lista final : public enlace {
+ public:
+  enlace_lista(const control& record, puerta& door, const medidas& measures)
+      : enlace(record, door),
+        view_(new vista_lista(aspecto(record.which()), measures)),
+        model_(new modelo_lista(view_)) {
+    view_->setModel(model_);
+    view_->elegida = [this](int current, std::vector<int> selected) {
+      actua([&](Estructura& window) { window.choose_rows(which(), index(), current, std::move(selected)); });
+    };
+    if (record.which() == id::MP)
+      view_->doble_click = [this](int row) {
+        actua([&](Estructura& window) { window.dblclick_row(which(), index(), row); });
+      };
+  }
+  [[nodiscard]] QWidget* widget() const override { return view_; }
+
+ protected:
+  void muestra(const control& from) override {
+    if (!filled_ || rows_seen_ != from.row_changes()) {
+      filled_ = true;
+      rows_seen_ = from.row_changes();
+      model_->pon(from.rows());
+    }
+    view_->pon_seleccion(from.row(), from.selected(), changes_seen_ != from.changes());
+    changes_seen_ = from.changes();
+    const QPalette::ColorRole role = from.face_background() ? QPalette::Window : QPalette::Base;
+    if (view_->viewport()->backgroundRole() != role) view_->viewport()->setBackgroundRole(role);
+  }
+
+ private:
+  vista_lista* view_;
+  modelo_lista* model_;
+  unsigned rows_seen_ = 0;
+  unsigned changes_seen_ = 0;
+  bool filled_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<enlace> enlaza_lista(const control& record, puerta& door, const medidas& measures) {
+  return std::make_unique<enlace_lista>(record, door, measures);
+}
+
+}  // namespace estructura

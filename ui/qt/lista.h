@@ -1,0 +1,91 @@
+// Lists of the window on Qt's model and view: the rows of a list's record, its selection, and the person's
+// clicks.
+//
+//   modelo_lista model;
+//   model.pon({" 000\tC05\tMOVLW 05", " 001\t???"});
+//   vista_lista view(traits, measures);
+//   view.setModel(&model);
+//
+// The tab characters of a line stand for columns. The selection is the record's: what the person chooses goes
+// through the door and comes back from there.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAbstractListModel>
+#include <QListView>
+#include <QStyledItemDelegate>
+
+#include "ui/qt/enlace.h"
+
+namespace estructura {
+
+class modelo_lista final : public QAbstractListModel {
+ public:
+  using QAbstractListModel::QAbstractListModel;
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+  /// The rows as they are now. Only lines whose text differs are announced.
+  void pon(const std::vector<std::string>& rows);
+
+ private:
+  std::vector<std::string> rows_;
+};
+
+/// How a list looks; which list looks how is a table in lista.cpp.
+struct aspecto_lista {
+  int filas = 0;        ///< lines it is exactly as high as; 0: as high as there is room
+  int letras = 0;       ///< characters of its longest line
+  int holgura = 1;      ///< room beside them, in characters, half of it at either side
+  int tenues = 0;       ///< leading columns in a fainter colour, of names and addresses
+  bool varias = false;  ///< several lines may be selected
+};
+
+class vista_lista final : public QListView {
+ public:
+  vista_lista(const aspecto_lista& traits, const medidas& measures);
+
+  /// The person chose: the current line and the selected ones.
+  std::function<void(int current, std::vector<int> selected)> elegida;
+  /// A double-click on a line, or the Enter key on the current one.
+  std::function<void(int row)> doble_click;
+
+  /// Takes the record's selection; `chosen`: the record has chosen anew, be it the same line.
+  void pon_seleccion(int current, const std::vector<int>& selected, bool chosen);
+  [[nodiscard]] int actual() const { return currentIndex().row(); }
+  [[nodiscard]] std::vector<int> seleccionadas() const;
+
+  [[nodiscard]] QSize sizeHint() const override { return least_; }
+  [[nodiscard]] QSize minimumSizeHint() const override { return least_; }
+
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
+ protected:
+  void dataChanged(const QModelIndex& from, const QModelIndex& to, const QList<int>& roles) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void avisa();
+  bool mueve_cursor(int key);
+
+  aspecto_lista traits_;
+  QSize least_;
+  bool centra_ = false;  ///< it is the record that moves the current line
+  int cursor_ = -1;      ///< line the arrow keys stand on in a list of single selection, -1 none
+};
+
+std::unique_ptr<enlace> enlaza_lista(const control& record, puerta& door, const medidas& measures);
+
+}  // namespace estructura

@@ -1,0 +1,30 @@
+// Text between the window's record and the widgets. The record holds UTF-8 with CR LF line ends and counts
+// characters, a line end being two; the widgets hold UTF-16 with one unit a line end. This is the one place
+// that converts.
+//
+//   a_qt("uno\r\ndos")                     -> "uno\ndos"
+//   de_qt("uno\ndos")                      -> "uno\r\ndos"
+//   unidad_de_caracter("uno\r\ndos", 5)    -> 4
+//   caracter_de_unidad("uno\r\ndos", 4)    -> 5
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QString>
+
+namespace estructura {
+
+/// The text as a widget holds it.
+QString a_qt(std::string_view text);
+
+/// A widget's text as the record holds it. Every line end, the document's own separators too, becomes CR LF.
+std::string de_qt(const QString& text);
+
+/// Position within a widget's text (UTF-16 units) of a character of the record's text, and back. Both walk
+/// the record's text, so a lone CR or LF in it is one character and one unit. A position past the end is the
+/// end.
+int unidad_de_caracter(std::string_view text, int character);
+int caracter_de_unidad(std::string_view text, int unit);
+
+}  // namespace estructura

@@ -1,0 +1,175 @@
+#include "ui/qt/ventana.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+
+#include "ui/qt/iconos.h"
+#include "ui/qt/mapa.h"
+
+namespace estructura {
+
+namespace {
+
+/// The smallest screen that the window is laid out for, less what the desktop takes for title bar and panel.
+constexpr int least_width = 1366;
+constexpr int least_height = 720;
+/// The size it opens with where there is room.
+constexpr int first_width = 1480;
+constexpr int first_height = 860;
+/// Below this letters are no longer read with pleasure.
+constexpr double smallest_letter_pt = 7.5;
+
+QSize sitio() {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  const QSize room = screen != nullptr ? screen->availableSize() : QSize();
+  // The title bar is not known before the window is shown; a line and a half of letters is.
+  const QSize inside(room.width(), room.height() - QFontMetrics(QApplication::font()).height() * 5 / 2);
+  return inside.expandedTo(QSize(least_width, least_height));
+}
+
+bool cabe(const QSize& size, const QSize& room) {
+  return size.width() <= room.width() && size.height() <= room.height();
+}
+
+}  // namespace
+
+ventana::ventana(Estructura& window, QWidget* parent) : QMainWindow(parent), window_(window) {
+  setObjectName(QStringLiteral("Estructura"));
+  setWindowTitle(QStringLiteral("Estructura"));
+  setWindowIcon(icono_programa());
+  construye();
+  // A desktop with large letters on a small screen: somewhat smaller ones rather than a window that does not
+  // fit.
+  const QSize room = sitio();
+  for (QFont smaller = font(); !cabe(minimumSizeHint(), room) && smaller.pointSizeF() > smallest_letter_pt;) {
+    smaller.setPointSizeF(smaller.pointSizeF() - 0.5);
+    derriba();
+    setFont(smaller);
+    construye();
+  }
+  resize(minimumSizeHint().expandedTo(room.boundedTo(QSize(first_width, first_height))));
+  QObject::connect(qApp, &QApplication::focusChanged, this,
+                   [this](const QWidget*, const QWidget* now) { foco_movido(now); });
+}
+
+ventana::~ventana() {
+  // Widgets that go lose the focus and tell; nobody is to listen any more.
+  QObject::disconnect(qApp, nullptr, this, nullptr);
+  derriba();
+}
+
+void ventana::derriba() {
+  const copia_en_curso lock(*this);
+  delete takeCentralWidget();
+  layout_.reset();
+  by_widget_.clear();
+  links_.clear();
+}
+
+void ventana::construye() {
+  const medidas measures(font());
+  const std::vector<control>& controls = window_.look_all();
+  auto* const panel = new QWidget;
+  setCentralWidget(panel);
+  first_.fill(-1);
+  {
+    const copia_en_curso lock(*this);
+    for (const control& record : controls) {
+      int& first = first_[static_cast<std::size_t>(record.which())];
+      if (first < 0) first = static_cast<int>(links_.size());
+      links_.push_back(enlaza(record, *this, measures, panel));
+      by_widget_[links_.back()->widget()] = links_.back().get();
+      // The captions come before the layout, which is made of their sizes.
+      links_.back()->prepara(record);
+    }
+  }
+  layout_ = std::make_unique<composicion>(
+      *panel, [this](id which, int index) { return widget_of(which, index); },
+      [this](id which, QWidget* companion) { enlace_de(which, 0).acompana(companion); }, measures);
+  map_ = static_cast<mapa_qt*>(widget_of(id::mapa));
+
+  // The Tab key walks the controls in the order of their table.
+  QWidget* before = nullptr;
+  for (const auto& link : links_) {
+    QWidget* const widget = link->widget();
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+    if (before != nullptr) setTabOrder(before, widget);
+    before = widget;
+  }
+  // At the start no control has the focus; the panel takes it and shows nothing.
+  centralWidget()->setFocus();
+  actualiza();
+}
+
+enlace& ventana::enlace_de(id which, int index) const {
+  const int place = first_[static_cast<std::size_t>(which)] + index;
+  return *links_[static_cast<std::size_t>(place)];
+}
+
+QWidget* ventana::widget_of(id which, int index) const {
+  return enlace_de(which, index).widget();
+}
+
+void ventana::actua(enlace& from, const std::function<void(Estructura&)>& action) {
+  if (copiando()) return;
+  // The widget has changed already; whatever the record makes of it is copied back.
+  from.olvida();
+  action(window_);
+  from.olvida();
+  actualiza();
+}
+
+void ventana::actualiza() {
+  window_.bring_up_to_date();
+  const std::vector<control>& controls = window_.look_all();
+  const copia_en_curso lock(*this);
+  const QWidget* const focus = focusWidget();
+  late_.clear();
+  for (std::size_t i = 0; i < links_.size(); ++i) {
+    if (!links_[i]->atrasado(controls[i])) continue;
+    // A widget that is disabled or hidden with the focus on it passes it on as it likes: the focus moves
+    // first.
+    const QWidget* const widget = links_[i]->widget();
+    if (widget == focus || (focus != nullptr && widget->isAncestorOf(focus)))
+      late_.push_back(i);
+    else
+      links_[i]->copia(controls[i]);
+  }
+  copia_foco();
+  for (const std::size_t i : late_) links_[i]->copia(controls[i]);
+  if (!late_.empty()) copia_foco();
+  layout_->acomoda();
+  map_->pon(window_.look_map());
+}
+
+// --- focus ---
+
+void ventana::copia_foco() {
+  const focus_place place = window_.focused();
+  QWidget* const wanted = place.which == id::none ? centralWidget() : widget_of(place.which, place.index);
+  if (focusWidget() != wanted) wanted->setFocus();
+}
+
+void ventana::foco_movido(const QWidget* now) {
+  if (copiando() || now == nullptr) return;
+  const auto found = by_widget_.find(now);
+  if (found == by_widget_.end()) return;
+  enlace& link = *found->second;
+  if (window_.focused() == focus_place{link.which(), link.index()}) return;
+  actua(link, [&](Estructura& window) { window.focus(link.which(), link.index()); });
+}
+
+// --- closing ---
+
+void ventana::closeEvent(QCloseEvent* event) {
+  event->accept();
+  // Asked once: the questions of closing may run a nested loop in which the window is closed again.
+  if (closing_ || window_.ended()) return;
+  closing_ = true;
+  window_.close_request();
+}
+
+}  // namespace estructura

@@ -1,0 +1,66 @@
+// The window in real widgets: one for each control of `Estructura`, named after it. It shows the record and
+// tells it what the person does; no rule of the simulator stands here.
+//
+//   anfitrion_qt host;
+//   Estructura window(host);
+//   window.Form_Load();
+//   ventana shown(window);
+//   host.pon_ventana(&shown);
+//   shown.show();
+//
+// It must outlive every action: an action may run nested event loops (boxes, a continuous run), and the
+// window is still used when they return.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include <QMainWindow>
+
+#include "ui/estructura.h"
+#include "ui/qt/composicion.h"
+#include "ui/qt/enlace.h"
+
+namespace estructura {
+
+class mapa_qt;
+
+class ventana final : public QMainWindow, private puerta {
+ public:
+  explicit ventana(Estructura& window, QWidget* parent = nullptr);
+  ~ventana() override;
+  ventana(const ventana&) = delete;
+  ventana& operator=(const ventana&) = delete;
+
+  /// Brings the record up to date and copies to the widgets what changed in it.
+  void actualiza();
+
+  /// The widget of a control; the member `index` of a group.
+  [[nodiscard]] QWidget* widget_of(id which, int index = 0) const;
+  [[nodiscard]] Estructura& estructura() { return window_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void actua(enlace& from, const std::function<void(Estructura&)>& action) override;
+  void construye();
+  void derriba();
+  void foco_movido(const QWidget* now);
+  void copia_foco();
+  [[nodiscard]] enlace& enlace_de(id which, int index) const;
+
+  Estructura& window_;
+  std::vector<std::unique_ptr<enlace>> links_;  ///< in the order of Estructura::look_all()
+  std::array<int, static_cast<std::size_t>(id_count)>
+      first_{};  ///< place in links_ of each control's first member
+  std::unordered_map<const QWidget*, enlace*> by_widget_;
+  std::vector<std::size_t> late_;
+  std::unique_ptr<composicion> layout_;
+  mapa_qt* map_ = nullptr;
+  bool closing_ = false;
+};
+
+}  // namespace estructura
