@@ -1,0 +1,291 @@
+// Takes the pictures of the window that the pages show, and those by which its looks are judged.
+//
+//   retrato docs/ventana.png --asm ejemplos/bancos.asm --breakpoint 00B --pasos 400 --medida 1366x720
+//   retrato oscura.png --device 12C508 --oscura --medida 1366x720
+//   retrato registros.png --asm primero.asm --panel Frame2 'eje1*20' RE#2 dat=08
+//   retrato aviso.png --asm malo.asm --caja
+//   QT_SCALE_FACTOR=2 retrato doble.png
+//
+// Behind the picture's name stand the actions of a person, in their order, done after the files are loaded
+// and before the steps of --pasos:
+//
+//   NAME         a click                  NAME*20     twenty of them
+//   NAME=TEXT    typed, or chosen         NAME#5      a click on line 5 of a list
+//
+// --panel cuts the picture to the named widgets and what stands between them, --alto to its upper part;
+// --numera writes 1, 2, 3 ... upon them; --caja takes the first message box instead of the window. A picture
+// holds at most 256 colours, so that the files stay small. Runs on Qt's offscreen platform unless told
+// otherwise, with the fonts of the machine (DejaVu is what the pictures of the pages use: package
+// fonts-dejavu-core).
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFontInfo>
+#include <QHash>
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+#include <QStyleFactory>
+#include <QTimer>
+
+#include "ui/estructura.h"
+#include "ui/qt/anfitrion_qt.h"
+#include "ui/qt/aplicacion.h"
+#include "ui/qt/ventana.h"
+
+namespace {
+
+/// Answers for the person who is not there: the file to load, and yes to whatever is asked.
+class anfitrion_retrato final : public estructura::anfitrion_qt {
+ public:
+  std::string path;
+  bool wants_box = false;
+  QPixmap first_box;
+
+  estructura::answer mensaje(estructura::box kind, std::string_view text) override {
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+    if (wants_box && first_box.isNull()) {
+      // Long enough for the box to be laid out and painted.
+      constexpr int until_painted_ms = 200;
+      QTimer::singleShot(until_painted_ms, [this] {
+        QWidget* const shown = QApplication::activeModalWidget();
+        if (shown == nullptr) return;
+        first_box = shown->grab();
+        shown->close();
+      });
+      return anfitrion_qt::mensaje(kind, text);
+    }
+    return kind == estructura::box::ok ? estructura::answer::ok : estructura::answer::yes;
+  }
+  std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
+    return path;
+  }
+};
+
+QPalette paleta_oscura() {
+  QPalette dark;
+  const QColor face(45, 47, 51);
+  const QColor base(30, 31, 34);
+  const QColor text(222, 224, 228);
+  dark.setColor(QPalette::Window, face);
+  dark.setColor(QPalette::WindowText, text);
+  dark.setColor(QPalette::Base, base);
+  dark.setColor(QPalette::AlternateBase, face);
+  dark.setColor(QPalette::Text, text);
+  dark.setColor(QPalette::Button, face.lighter(120));
+  dark.setColor(QPalette::ButtonText, text);
+  dark.setColor(QPalette::BrightText, Qt::white);
+  dark.setColor(QPalette::ToolTipBase, base);
+  dark.setColor(QPalette::ToolTipText, text);
+  dark.setColor(QPalette::Highlight, QColor(53, 132, 228));
+  dark.setColor(QPalette::HighlightedText, Qt::white);
+  dark.setColor(QPalette::PlaceholderText, QColor(222, 224, 228, 140));
+  dark.setColor(QPalette::Light, face.lighter(150));
+  dark.setColor(QPalette::Midlight, face.lighter(125));
+  dark.setColor(QPalette::Mid, face.darker(125));
+  dark.setColor(QPalette::Dark, face.darker(150));
+  dark.setColor(QPalette::Shadow, Qt::black);
+  for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    dark.setColor(QPalette::Disabled, role, QColor(130, 132, 136));
+  return dark;
+}
+
+using estructura::Estructura;
+using estructura::id;
+
+/// "NAME", "NAME*20", "NAME=TEXT" or "NAME#5"; false for what is no action.
+bool actua(Estructura& window, anfitrion_retrato& host, const std::string& action) {
+  const std::size_t end = std::min(action.find_first_of("*=#"), action.size());
+  const std::string value = end < action.size() ? action.substr(end + 1) : std::string();
+  int index = 0;
+  const id which = estructura::find_control(std::string_view(action).substr(0, end), index);
+  if (which == id::none) return false;
+  const char mark = end < action.size() ? action[end] : '*';
+  const int number = std::atoi(value.c_str());
+  switch (mark) {
+    case '*':
+      for (int times = value.empty() ? 1 : number; times > 0; --times) window.click(which, index);
+      return true;
+    case '#': window.click_row(which, index, number); return true;
+    default: break;
+  }
+  switch (window.look(which, index).is()) {
+    case estructura::kind::combo: window.pick(which, value); return true;
+    case estructura::kind::text: window.type(which, value); return true;
+    default: break;
+  }
+  // A button with a text loads that file.
+  host.path = value;
+  window.click(which, index);
+  return true;
+}
+
+/// The part of the window that holds the named widgets, with a little room around.
+QRect recuadro(const QWidget& shown, const QStringList& names) {
+  constexpr int room = 4;
+  QRect part;
+  for (const QString& name : names) {
+    const auto* widget = shown.findChild<QWidget*>(name);
+    if (widget == nullptr) continue;
+    part |= QRect(widget->mapTo(&shown, QPoint()), widget->size());
+  }
+  return part.isEmpty() ? shown.rect() : part.adjusted(-room, -room, room, room) & shown.rect();
+}
+
+/// A disc with its number within the upper right corner of each named widget, or to the right of it where the
+/// name ends in ">".
+void numera(QPixmap& picture, const QWidget& shown, const QStringList& names) {
+  constexpr int radius = 11;
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QFont font = shown.font();
+  font.setBold(true);
+  painter.setFont(font);
+  for (qsizetype i = 0; i < names.size(); ++i) {
+    const bool beside = names[i].endsWith(QLatin1Char('>'));
+    const auto* widget = shown.findChild<QWidget*>(beside ? names[i].chopped(1) : names[i]);
+    if (widget == nullptr) continue;
+    const QPoint corner = widget->mapTo(&shown, QPoint(widget->width(), 0));
+    QRect disc(0, 0, 2 * radius, 2 * radius);
+    disc.moveCenter(corner + QPoint(beside ? radius : -radius, radius));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(192, 28, 40));
+    painter.drawEllipse(disc);
+    painter.setPen(Qt::white);
+    painter.drawText(disc, Qt::AlignCenter, QString::number(i + 1));
+  }
+}
+
+/// The picture in at most 256 colours: near ones are drawn as the most frequent of them, so that surfaces
+/// keep theirs exactly and only the edges of letters lose shades.
+QImage con_pocos_colores(const QImage& picture) {
+  constexpr qsizetype most = 256;
+  const QImage full = picture.convertToFormat(QImage::Format_RGB32);
+  QHash<QRgb, int> frequency;
+  for (int y = 0; y < full.height(); ++y)
+    for (int x = 0; x < full.width(); ++x) ++frequency[full.pixel(x, y)];
+
+  QHash<QRgb, QRgb> chosen;  // by what near colours have in common
+  QRgb common = 0xFFFFFFFF;
+  for (int dropped = 0; dropped == 0 || chosen.size() > most; ++dropped) {
+    const QRgb channel = 0xFFU << dropped & 0xFFU;
+    common = 0xFF000000U | channel << 16 | channel << 8 | channel;
+    chosen.clear();
+    for (auto colour = frequency.cbegin(); colour != frequency.cend(); ++colour) {
+      QRgb& best = chosen[colour.key() & common];
+      if (best == 0 || frequency[best] < colour.value()) best = colour.key();
+    }
+  }
+
+  QImage indexed(full.size(), QImage::Format_Indexed8);
+  indexed.setDevicePixelRatio(picture.devicePixelRatio());
+  QHash<QRgb, uint> place;
+  for (auto colour = chosen.cbegin(); colour != chosen.cend(); ++colour) {
+    place[colour.key()] = static_cast<uint>(place.size());
+    indexed.setColorCount(static_cast<int>(place.size()));
+    indexed.setColor(static_cast<int>(place.size()) - 1, colour.value());
+  }
+  for (int y = 0; y < full.height(); ++y)
+    for (int x = 0; x < full.width(); ++x) indexed.setPixel(x, y, place[full.pixel(x, y) & common]);
+  return indexed;
+}
+
+bool guarda(const QPixmap& picture, const QString& path) {
+  // Written slowly, and small.
+  constexpr int smallest_file = 0;
+  return con_pocos_colores(picture.toImage()).save(path, "PNG", smallest_file);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (std::getenv("QT_QPA_PLATFORM") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  QApplication app(argc, argv);
+  estructura::prepara_aplicacion(app);
+
+  QCommandLineParser line;
+  line.addHelpOption();
+  line.addPositionalArgument("PNG", "the picture to write");
+  line.addPositionalArgument("actions", "what the person does", "[actions...]");
+  line.addOptions({{"device", "device shown", "name", "16C57"},
+                   {"hex", "HEX file to load", "file"},
+                   {"asm", "source to load and assemble", "file"},
+                   {"breakpoint", "address of a breakpoint", "hex"},
+                   {"panel", "cuts the picture to these widgets", "names"},
+                   {"alto", "keeps this many rows of pixels of the picture", "pixels"},
+                   {"numera", "writes numbers upon these widgets", "names"},
+                   {"caja", "takes the first message box"},
+                   {"pasos", "instructions to execute", "number", "0"},
+                   {"medida", "size of the window, as 1366x720", "size"},
+                   {"letra", "size of the letters, in points", "points"},
+                   {"listado", "shows the listing"},
+                   {"oscura", "a dark palette"}});
+  line.process(app);
+  if (line.positionalArguments().isEmpty()) line.showHelp(2);
+  if (line.isSet("oscura")) {
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setPalette(paleta_oscura());
+  }
+  if (line.isSet("letra")) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(line.value("letra").toDouble());
+    QApplication::setFont(font);
+  }
+
+  anfitrion_retrato host;
+  host.wants_box = line.isSet("caja");
+  Estructura window(host);
+  window.Form_Load();
+  estructura::ventana shown(window);
+  host.pon_ventana(&shown);
+  if (line.isSet("medida")) {
+    const QStringList sides = line.value("medida").split('x');
+    shown.resize(sides.value(0).toInt(), sides.value(1).toInt());
+  }
+  shown.show();
+  window.pick(id::PIC, line.value("device").toStdString());
+  if (line.isSet("hex")) actua(window, host, "cargar=" + line.value("hex").toStdString());
+  if (line.isSet("asm")) {
+    actua(window, host, "cargarasm=" + line.value("asm").toStdString());
+    window.click(id::Ensamblar);
+    window.click(id::por);
+  }
+  if (line.isSet("breakpoint")) {
+    window.type(id::direc, line.value("breakpoint").toStdString());
+    window.click(id::break_);
+    // The breakpoint showed its own address in the list.
+    window.click(id::MCLR);
+  }
+  const QStringList actions = line.positionalArguments().mid(1);
+  for (const QString& action : actions) {
+    if (actua(window, host, action.toStdString())) continue;
+    std::fprintf(stderr, "no such control: %s\n", qPrintable(action));
+    return 2;
+  }
+  if (line.isSet("listado")) window.click(id::sl, 1);
+  for (int step = line.value("pasos").toInt(); step > 0; --step) window.click(id::eje1);
+  shown.actualiza();
+  for (int turn = 0; turn < 10; ++turn) QCoreApplication::processEvents();
+  const QSize least = shown.minimumSizeHint();
+  std::printf("%s %.1f pt; at least %dx%d, is %dx%d\n", qPrintable(QFontInfo(shown.font()).family()),
+              QFontInfo(shown.font()).pointSizeF(), least.width(), least.height(), shown.width(),
+              shown.height());
+
+  const QString path = line.positionalArguments().constFirst();
+  if (host.wants_box) return guarda(host.first_box, path) ? 0 : 1;
+  QPixmap picture = shown.grab();
+  if (line.isSet("numera")) numera(picture, shown, line.value("numera").split(' '));
+  if (line.isSet("panel")) {
+    const QRect part = recuadro(shown, line.value("panel").split(' '));
+    const qreal scale = picture.devicePixelRatio();
+    picture = picture.copy(QRectF(part.topLeft() * scale, part.size() * scale).toRect());
+  }
+  if (line.isSet("alto"))
+    picture = picture.copy(0, 0, picture.width(), std::min(picture.height(), line.value("alto").toInt()));
+  return guarda(picture, path) ? 0 : 1;
+}
