@@ -1,0 +1,448 @@
+// The window in real widgets: nested loops, closing, keys, boxes and dialogs as Qt brings them.
+#include "ui/qt/ventana.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "ui/qt/anfitrion_qt.h"
+#include "ui/qt/aplicacion.h"
+#include "ui/qt/mapa.h"
+
+namespace estructura {
+namespace {
+
+constexpr int goto_self = 0xA00;
+
+class ventana_abierta : public testing::Test {
+ protected:
+  ventana_abierta() : window((record.Form_Load(), record)) {
+    host.pon_ventana(&window);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+
+  template <class Widget = QWidget>
+  Widget& at(id which, int index = 0) {
+    return *static_cast<Widget*>(window.widget_of(which, index));
+  }
+  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
+  void click_row(id which, int index, int row, Qt::KeyboardModifiers keys = {}) {
+    auto& view = at<QListView>(which, index);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, keys,
+                      view.visualRect(view.model()->index(row, 0)).center());
+  }
+  /// An endless loop at the reset vector's target.
+  void load_endless_program() {
+    record.poke().progmem[0] = goto_self;
+    record.poke().progmem[2047] = goto_self;
+  }
+  /// Runs the program's loop: an action at once, which may nest loops of its own, and another within them as
+  /// soon as it can be done.
+  static void run(const std::function<void()>& first, const std::function<bool()>& ready,
+                  const std::function<void()>& then) {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+      if (!ready()) return;
+      poll.stop();
+      then();
+    });
+    QTimer::singleShot(0, &poll, [&] {
+      poll.start(1);
+      first();
+    });
+    QTimer::singleShot(20000, &poll, [] { QCoreApplication::exit(1); });
+    EXPECT_EQ(QApplication::exec(), 0);
+  }
+  /// The click on the run button, with an action between two steps of the run once `ready`; the loop goes on
+  /// to its end if the program has not ended.
+  void run_program(const std::function<bool()>& ready, const std::function<void()>& then) {
+    run(
+        [&] {
+          click(id::ejecutar);
+          if (!record.ended()) QCoreApplication::exit(0);
+        },
+        ready, then);
+  }
+  bool running() { return record.chip().running && record.chip().cycles > 10000; }
+
+  /// Performs an action that opens a box, and hands the box over.
+  static void with_box(const std::function<void()>& action, const std::function<void(QDialog&)>& look) {
+    bool seen = false;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+      auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr || seen) return;
+      seen = true;
+      poll.stop();
+      look(*dialog);
+    });
+    poll.start(5);
+    action();
+    EXPECT_TRUE(seen);
+  }
+
+  anfitrion_qt host;
+  Estructura record{host};
+  ventana window;
+};
+
+// --- size and keyboard ---
+
+TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
+  for (const char* device : {"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"}) {
+    record.pick(id::PIC, device);
+    window.actualiza();
+    EXPECT_LE(window.minimumSizeHint().width(), 1366) << device;
+    EXPECT_LE(window.minimumSizeHint().height(), 720) << device;
+  }
+}
+
+TEST_F(ventana_abierta, nothing_moves_when_the_device_changes) {
+  const QPoint before = at(id::MD, 0).mapTo(&window, QPoint());
+  const QSize size = window.minimumSizeHint();
+  record.pick(id::PIC, "12C508");
+  window.actualiza();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(at(id::MD, 0).mapTo(&window, QPoint()), before);
+  EXPECT_EQ(window.minimumSizeHint(), size);
+}
+
+TEST_F(ventana_abierta, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
+  const QPoint trisa = at(id::TRISA).pos();
+  EXPECT_NE(at(id::TRISB).pos(), trisa);
+  record.pick(id::PIC, "12C508");
+  window.actualiza();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(at(id::TRISB).pos(), trisa);
+  record.pick(id::PIC, "16C54");
+  window.actualiza();
+  QCoreApplication::processEvents();
+  EXPECT_NE(at(id::TRISB).pos(), trisa);
+}
+
+TEST_F(ventana_abierta, binary_views_stand_beside_the_lines_they_show) {
+  const auto middle_of_row = [&](id list, int index, int row) {
+    auto& view = at<QListView>(list, index);
+    return view.viewport()->mapTo(&window, view.visualRect(view.model()->index(row, 0)).center()).y();
+  };
+  const auto middle = [&](id which) { return at(which).mapTo(&window, at(which).rect().center()).y(); };
+  QCoreApplication::processEvents();
+  EXPECT_EQ(middle(id::STATUS), middle_of_row(id::MDP, 0, 3));
+  EXPECT_EQ(middle(id::BPA), middle_of_row(id::MDP, 0, 5));
+  EXPECT_EQ(middle(id::BPC), middle_of_row(id::MDP, 0, 7));
+  EXPECT_EQ(middle(id::OPT), middle_of_row(id::RE, 0, 2));
+  EXPECT_EQ(middle(id::TRISC), middle_of_row(id::RE, 0, 5));
+  EXPECT_EQ(at(id::lstatus).mapTo(&window, QPoint()).x(), at(id::STATUS).mapTo(&window, QPoint()).x());
+}
+
+TEST_F(ventana_abierta, no_control_has_the_focus_at_the_start) {
+  EXPECT_EQ(record.focused().which, id::none);
+  EXPECT_EQ(QApplication::focusWidget(), window.centralWidget());
+}
+
+TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_table) {
+  int last = -1;
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  const QWidget* const first = QApplication::focusWidget();
+  int walked = 0;
+  do {
+    int index = 0;
+    const id which = find_control(QApplication::focusWidget()->objectName().toStdString(), index);
+    ASSERT_NE(which, id::none) << QApplication::focusWidget()->objectName().toStdString();
+    const int place = static_cast<int>(which) * 16 + index;
+    EXPECT_GT(place, last) << QApplication::focusWidget()->objectName().toStdString();
+    EXPECT_EQ(record.focused(), (focus_place{which, index}));
+    last = place;
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ++walked;
+  } while (QApplication::focusWidget() != first && walked < 200);
+  // Everything that can be used: buttons, boxes, options, texts, lists, the combo.
+  int usable = 0;
+  for (const control& one : record.look_all()) {
+    const bool takes = one.is() != kind::label && one.is() != kind::frame && one.is() != kind::picture;
+    if (takes && record.usable(one.which(), one.index())) ++usable;
+  }
+  EXPECT_EQ(walked, usable);
+}
+
+TEST_F(ventana_abierta, alt_and_a_letter_clicks) {
+  load_endless_program();
+  QTest::keyClick(&window, Qt::Key_1, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return record.chip().cycles > 0; }, 2000));
+  EXPECT_EQ(record.chip().cycles, 3);
+}
+
+TEST_F(ventana_abierta, the_arrow_keys_walk_a_register_list_and_space_chooses) {
+  at(id::MDP).setFocus(Qt::TabFocusReason);
+  for (int i = 0; i < 4; ++i) QTest::keyClick(&at(id::MDP), Qt::Key_Down);
+  EXPECT_EQ(record.look(id::dirdat).text(), "");
+  QTest::keyClick(&at(id::MDP), Qt::Key_Space);
+  EXPECT_EQ(record.look(id::dirdat).text(), "STATUS");
+  EXPECT_EQ(QApplication::focusWidget(), &at(id::dat));
+}
+
+// --- mouse ---
+
+TEST_F(ventana_abierta, a_click_on_the_line_that_is_selected_is_a_click_again) {
+  click_row(id::MP, 0, 5);
+  auto& direc = at<QLineEdit>(id::direc);
+  EXPECT_EQ(direc.text(), "005");
+  record.type(id::direc, "0");
+  window.actualiza();
+  EXPECT_EQ(direc.text(), "0");
+  click_row(id::MP, 0, 5);
+  EXPECT_EQ(direc.text(), "005");
+}
+
+TEST_F(ventana_abierta, a_scrolled_list_does_not_move_under_a_click) {
+  auto& list = at<QListView>(id::MP);
+  list.scrollToTop();
+  click_row(id::MP, 0, 4);
+  EXPECT_EQ(record.look(id::direc).text(), "004");
+  EXPECT_EQ(list.indexAt(QPoint(1, 1)).row(), 0);
+}
+
+TEST_F(ventana_abierta, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
+  auto& list = at<QListView>(id::MP);
+  const auto in_sight = [&](int row) {
+    return list.viewport()->rect().contains(list.visualRect(list.model()->index(row, 0)));
+  };
+  for (int time = 0; time < 2; ++time) {
+    list.scrollToTop();
+    EXPECT_FALSE(in_sight(1000));
+    const auto& map = at<mapa_qt>(id::mapa);
+    QTest::mouseClick(&at(id::mapa), Qt::LeftButton, {}, QPoint(5, static_cast<int>(map.altura(1000.5))));
+    const int chosen = list.currentIndex().row();
+    EXPECT_NEAR(chosen, 1000, 3);
+    EXPECT_TRUE(in_sight(chosen));
+  }
+}
+
+TEST_F(ventana_abierta, a_register_can_be_chosen_twice) {
+  for (int time = 0; time < 2; ++time) {
+    click_row(id::MD, 1, 3);
+    EXPECT_EQ(record.look(id::dirdat).text(), "13.1 (33)");
+    EXPECT_EQ(QApplication::focusWidget(), &at(id::dat));
+    EXPECT_EQ(at<QLineEdit>(id::dat).selectedText(), "00");
+    EXPECT_TRUE(at<QListView>(id::MD, 1).selectionModel()->selectedIndexes().isEmpty());
+  }
+}
+
+TEST_F(ventana_abierta, the_first_click_into_an_entry_keeps_it_selected_and_the_second_sets_the_caret) {
+  click(id::FREC);
+  EXPECT_EQ(at<QLineEdit>(id::FREC).selectedText(), "4000");
+  click(id::FREC);
+  EXPECT_EQ(at<QLineEdit>(id::FREC).selectedText(), "");
+}
+
+TEST_F(ventana_abierta, the_sleep_box_cannot_be_checked_by_hand) {
+  click(id::estsleep);
+  EXPECT_FALSE(at<QAbstractButton>(id::estsleep).isChecked());
+}
+
+// --- text ---
+
+TEST_F(ventana_abierta, typed_letters_reach_the_record_with_the_caret) {
+  click(id::source);
+  QTest::keyClicks(&at(id::source), "uno");
+  QTest::keyClick(&at(id::source), Qt::Key_Return);
+  QTest::keyClicks(&at(id::source), "dos");
+  EXPECT_EQ(record.look(id::source).text(), "uno\r\ndos");
+  EXPECT_EQ(record.look(id::source).sel_start(), 8);
+}
+
+TEST_F(ventana_abierta, what_an_editing_button_inserts_can_be_undone) {
+  click(id::source);
+  QTest::keyClicks(&at(id::source), "ab");
+  QTest::keyClick(&at(id::source), Qt::Key_Left);
+  QGuiApplication::clipboard()->setText("x\ny");
+  click(id::Pegar);
+  EXPECT_EQ(record.look(id::source).text(), "ax\r\nyb");
+  EXPECT_EQ(at<QPlainTextEdit>(id::source).toPlainText(), "ax\nyb");
+  at<QPlainTextEdit>(id::source).undo();
+  EXPECT_EQ(record.look(id::source).text(), "ab");
+}
+
+TEST_F(ventana_abierta, a_value_typed_and_entered_reaches_the_register) {
+  click_row(id::RE, 0, 1);
+  QTest::keyClicks(&at(id::dat), "a5");
+  QTest::keyClick(&at(id::dat), Qt::Key_Return);
+  EXPECT_EQ(record.chip().cpu.w, 0xA5);
+  EXPECT_FALSE(at(id::dat).isEnabled());
+}
+
+// --- continuous runs and closing ---
+
+TEST_F(ventana_abierta, a_click_on_the_same_button_stops_a_run) {
+  load_endless_program();
+  run_program([&] { return running(); },
+              [&] {
+                EXPECT_EQ(at<QPushButton>(id::ejecutar).text(), "&Parar");
+                EXPECT_FALSE(at(id::eje1).isEnabled());
+                click(id::ejecutar);
+              });
+  EXPECT_FALSE(record.chip().running);
+  EXPECT_GT(record.chip().cycles, 10000);
+  EXPECT_EQ(at<QPushButton>(id::ejecutar).text(), "Ejecu&tar");
+  EXPECT_FALSE(record.ended());
+}
+
+TEST_F(ventana_abierta, the_views_are_live_during_a_run) {
+  load_endless_program();
+  QString early;
+  run_program(
+      [&] {
+        const QString now = at<QLabel>(id::ciclos).text();
+        if (early.isEmpty() && now.size() > 5) early = now;
+        return !early.isEmpty() && now != early;
+      },
+      [&] { click(id::ejecutar); });
+  EXPECT_NE(early, "");
+}
+
+TEST_F(ventana_abierta, other_controls_are_served_during_a_run) {
+  load_endless_program();
+  run_program([&] { return running(); },
+              [&] {
+                click(id::PB, 3);
+                click_row(id::RE, 0, 1);
+                QTest::keyClicks(&at(id::dat), "7");
+                click(id::entrardat);
+                click(id::ejecutar);
+              });
+  EXPECT_EQ(record.chip().pinb, 8);
+  EXPECT_EQ(record.chip().cpu.w, 7);
+}
+
+TEST_F(ventana_abierta, closing_during_a_run_ends_the_program) {
+  load_endless_program();
+  run_program([&] { return running(); }, [&] { window.close(); });
+  EXPECT_TRUE(record.ended());
+  EXPECT_FALSE(record.chip().running);
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ventana_abierta, the_end_button_ends_the_program_from_within_a_run) {
+  load_endless_program();
+  run_program([&] { return running(); }, [&] { click(id::fin); });
+  EXPECT_TRUE(record.ended());
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ventana_abierta, closing_while_a_box_is_open_ends_the_program) {
+  record.type(id::source, "algo");
+  const auto box_open = [] { return QApplication::activeModalWidget() != nullptr; };
+  run([&] { click(id::cargarasm); }, box_open,
+      [&] {
+        const QWidget* const before = QApplication::activeModalWidget();
+        // The question of closing itself is answered with No.
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+          auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+          if (box == nullptr || box == before) return;
+          answer.stop();
+          EXPECT_EQ(box->button(QMessageBox::Cancel), nullptr);
+          box->button(QMessageBox::No)->click();
+        });
+        answer.start(1);
+        window.close();
+      });
+  EXPECT_TRUE(record.ended());
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ventana_abierta, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
+  record.pick(id::PIC, "12C508");
+  chipstate& chip = record.poke();
+  chip.progmem[511] = goto_self;
+  chip.progmem[0] = 0xC0F;  // MOVLW 0F
+  chip.progmem[1] = 0x002;  // OPTION: wake-up on
+  chip.progmem[2] = 0x003;  // SLEEP
+  run_program([&] { return record.chip().sleeping; },
+              [&] {
+                click(id::PB, 0);
+                click(id::ejecutar);
+              });
+  EXPECT_EQ(record.look(id::STATUS).text().front(), '1');
+}
+
+// --- boxes and dialogs ---
+
+TEST_F(ventana_abierta, questions_are_asked_in_spanish_in_a_fixed_order) {
+  record.type(id::source, "algo");
+  with_box([&] { click(id::fin); },
+           [](QDialog& dialog) {
+             auto& box = dynamic_cast<QMessageBox&>(dialog);
+             EXPECT_EQ(box.textFormat(), Qt::PlainText);
+             EXPECT_EQ(box.text(), " (ASM)\nHa sido modificado.\n¿Desea salvarlo?");
+             EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Yes));
+             QStringList captions;
+             for (QAbstractButton* button : {box.button(QMessageBox::Yes), box.button(QMessageBox::No),
+                                             box.button(QMessageBox::Cancel)})
+               captions << button->text().remove('&');
+             EXPECT_EQ(captions, QStringList({"Sí", "No", "Cancelar"}));
+             EXPECT_LT(box.button(QMessageBox::Yes)->x(), box.button(QMessageBox::No)->x());
+             EXPECT_LT(box.button(QMessageBox::No)->x(), box.button(QMessageBox::Cancel)->x());
+             QTest::keyClick(&dialog, Qt::Key_Escape);
+           });
+  EXPECT_FALSE(record.ended());
+}
+
+TEST_F(ventana_abierta, the_file_dialog_gives_a_name_that_does_not_exist_and_never_asks_to_replace) {
+  const QTemporaryDir folder;
+  const QString old = folder.filePath("viejo.hex");
+  QFile file(old);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  const auto choose = [&](bool save, const QString& name) {
+    std::string path;
+    with_box(
+        [&] { path = host.elige_fichero(save, "Hexadecimales (*.hex)|*.hex|Todos (*.*)|*.*", "hex", ""); },
+        [&](QDialog& dialog) {
+          auto& files = dynamic_cast<QFileDialog&>(dialog);
+          EXPECT_EQ(files.nameFilters(), QStringList({"Hexadecimales (*.hex) (*.hex)", "Todos (*.*) (*)"}));
+          auto* const edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+          edit->setText(name);
+          QTest::keyClick(edit, Qt::Key_Return);
+        });
+    return path;
+  };
+  EXPECT_EQ(choose(false, folder.filePath("nuevo.hex")), folder.filePath("nuevo.hex").toStdString());
+  EXPECT_EQ(choose(true, folder.filePath("otro")), folder.filePath("otro.hex").toStdString());
+  EXPECT_EQ(choose(true, old), old.toStdString());
+}
+
+TEST_F(ventana_abierta, a_dialog_cancelled_gives_no_name) {
+  std::string path = "algo";
+  with_box([&] { path = host.elige_fichero(false, "Todos (*.*)|*.*", "hex", "/no/hay/tal.hex"); },
+           [](QDialog& dialog) { dialog.reject(); });
+  EXPECT_EQ(path, "");
+}
+
+}  // namespace
+}  // namespace estructura
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  QApplication app(argc, argv);
+  estructura::prepara_aplicacion(app);
+  return RUN_ALL_TESTS();
+}
