@@ -1,0 +1,200 @@
+// Long random programs, with everything a person may do between their steps: after every step both machines
+// are in the same state, whether the step button drives them or the continuous run.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "core/carrera.h"
+#include "tests/modelo/cuanto.h"
+#include "tests/modelo/estados.h"
+#include "tests/modelo/reduccion.h"
+#include "tests/modelo/sucesos.h"
+
+namespace estructura::modelo {
+namespace {
+
+constexpr std::uint64_t seed_of_programs = 0x5EED0003;
+
+/// How often what the programs are run for has happened; a count of 0 means that the test looks away.
+struct visitas {
+  long steps = 0;
+  long faults = 0;
+  long time_outs = 0;
+  long stops = 0;
+  long sleeps = 0;
+  long wake_ups = 0;  ///< by a pin
+  long by_cycles = 0;
+  long by_pulses = 0;
+  long by_hand = 0;
+};
+
+/// One program on one device, until its steps are spent, a fault ends it or the machines part.
+class viaje {
+ public:
+  viaje(azar& chance, visitas& seen, pareja& two) : chance_(chance), seen_(seen), two_(two) {}
+
+  /// Empty, or the account of the difference.
+  std::string travel(long steps) {
+    begin();
+    left_ = steps;
+    while (left_ > 0 && shown_.empty() && !two_.faulted()) {
+      if (chance_.one_in(2))
+        step_by_hand(1 + chance_.below(100));
+      else
+        run(1 + chance_.below(400));
+    }
+    seen_.faults += two_.slow_fault ? 1 : 0;
+    return shown_;
+  }
+
+ private:
+  void begin() {
+    maquina start;
+    static_cast<estado&>(start) = random_state(chance_, chance_.below(7));
+    start.config_open = 1;
+    start.sleeping = 0;
+    start.wdtcount = std::min(start.wdtcount, start.wdtlimit);
+    const bool gaps = chance_.one_in(4);
+    for (int& word : start.progmem) word = gaps && chance_.one_in(8) ? sin_programar : random_word(chance_);
+    if (chance_.one_in(2))
+      for (int& mark : start.breakpts) mark = chance_.one_in(64) ? 1 : 0;
+    two_.load(start);
+  }
+
+  void step_by_hand(long steps) {
+    for (; steps > 0 && shown_.empty() && !two_.faulted(); --steps) {
+      before_ = two_.slow;
+      two_.act({accion::paso});
+      look(1, accion::paso);
+      maybe_an_event();
+    }
+  }
+
+  /// The continuous run asks back after every `stride` steps; only then the slow machine catches up.
+  void run(long steps) {
+    owed_ = 1;
+    asked_to_run_ = steps;
+    before_ = two_.slow;
+    two_.slow.running = 1;
+    two_.chip.running = true;
+    two_.window.running_chip = &two_.chip;
+    two_.window.on_cede = [this] { return between_steps(); };
+    two_.window.on_stop = [this] { catch_up(); };
+    two_.quickly([this] { ejecuta(two_.chip, two_.window); });
+    if (two_.quick_fault && !two_.slow_fault && shown_.empty()) catch_up();
+    look(0, accion::carrera);
+    // A fault ends the run as the window ends it.
+    two_.slow.running = 0;
+    two_.chip.running = false;
+  }
+
+  int between_steps() {
+    const long done = owed_;
+    catch_up();
+    look(done, accion::carrera);
+    if (shown_.empty() && !two_.faulted()) maybe_an_event();
+    asked_to_run_ -= done;
+    if (asked_to_run_ <= 0 || !shown_.empty() || two_.faulted()) {
+      two_.slow.running = 0;
+      two_.chip.running = false;
+    }
+    owed_ = chance_.one_in(16) ? 1 + chance_.below(20) : 1;
+    before_ = two_.slow;
+    return static_cast<int>(owed_);
+  }
+
+  void catch_up() {
+    two_.slowly([this] {
+      for (; owed_ > 0; --owed_)
+        if (!turn(two_.slow)) return;
+    });
+  }
+
+  void look(long steps, accion how) {
+    left_ -= steps;
+    seen_.steps += steps;
+    count_visits();
+    if (two_.same() || !shown_.empty()) return;
+    shown_ = account(how);
+  }
+
+  /// The single step that shows the difference, or what differs now when no step alone shows it.
+  std::string account(accion how) {
+    const std::string now = two_.differences();
+    caso one{two_.slow, {how}};
+    static_cast<estado&>(one.before) = before_;
+    for (int i = 0; i < 32; ++i) {
+      one.before.running = 0;
+      if (differs(one)) return explain(reduce(one));
+      pareja alone(one.before);
+      alone.act({accion::paso});
+      if (!alone.same()) return explain(reduce({one.before, {accion::paso}}));
+      one.before = alone.slow;
+    }
+    return "\nno step alone shows it" + now;
+  }
+
+  void maybe_an_event() {
+    if (!chance_.one_in(two_.slow.sleeping != 0 ? 4 : 24)) return;
+    const estado start = two_.slow;
+    const long gpwuf = two_.slow.gpwuflatch;
+    random_event(chance_, two_, start.sleeping != 0 && chance_.one_in(2) ? suceso::pin : suceso::any);
+    if (start.sleeping != 0 && two_.slow.sleeping == 0 && gpwuf == 0 && two_.slow.gpwuflatch == 1)
+      ++seen_.wake_ups;
+    if (two_.slow.regs[1] == start.regs[1] + 1 && two_.slow.prescount == 0 && start.prescount != 0)
+      ++seen_.by_hand;
+    if (!two_.same() && shown_.empty()) shown_ = "\nan event between two steps" + two_.differences();
+  }
+
+  void count_visits() {
+    const estado& m = two_.slow;
+    seen_.time_outs += m.warnings - before_.warnings;
+    seen_.stops += m.stops - before_.stops;
+    seen_.sleeps += m.sleeping != 0 && before_.sleeping == 0 ? 1 : 0;
+    const bool counted = m.regs[1] == before_.regs[1] + 1;
+    const bool external = (m.option >> 5) % 2 == 1;
+    seen_.by_cycles += counted && !external ? 1 : 0;
+    seen_.by_pulses += counted && external ? 1 : 0;
+  }
+
+  azar& chance_;
+  visitas& seen_;
+  pareja& two_;
+  estado before_;
+  long left_ = 0;
+  long owed_ = 0;
+  long asked_to_run_ = 0;
+  std::string shown_;
+};
+
+TEST(modelo, random_programs) {
+  const long wanted = how_much().program_steps;
+  std::cout << "seed " << std::hex << seed_of_programs << std::dec << ", " << wanted << " steps\n";
+  azar chance(seed_of_programs);
+  visitas seen;
+  const auto two = std::make_unique<pareja>();
+  while (seen.steps < wanted) {
+    const std::string shown = viaje(chance, seen, *two).travel(3000);
+    ASSERT_TRUE(shown.empty()) << shown;
+  }
+  std::cout << seen.time_outs << " time-outs, " << seen.faults << " faults, " << seen.stops
+            << " breakpoints, " << seen.sleeps << " sleeps, " << seen.wake_ups << " wake-ups, TMR0 advanced "
+            << seen.by_cycles << " times by cycles, " << seen.by_pulses << " by pulses, " << seen.by_hand
+            << " by hand\n";
+  EXPECT_GT(seen.time_outs, 0);
+  EXPECT_GT(seen.faults, 0);
+  EXPECT_GT(seen.stops, 0);
+  EXPECT_GT(seen.sleeps, 0);
+  EXPECT_GT(seen.wake_ups, 0);
+  EXPECT_GT(seen.by_cycles, 0);
+  EXPECT_GT(seen.by_pulses, 0);
+  EXPECT_GT(seen.by_hand, 0);
+}
+
+}  // namespace
+}  // namespace estructura::modelo

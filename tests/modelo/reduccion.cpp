@@ -1,0 +1,119 @@
+#include "tests/modelo/reduccion.h"
+
+#include <cstddef>
+#include <sstream>
+#include <vector>
+
+#include "files/desensamblador.h"
+#include "tests/modelo/campos.h"
+
+namespace estructura::modelo {
+
+namespace {
+
+/// What a person need not be told of.
+const maquina& neutral() {
+  static const maquina plain = [] {
+    maquina m;
+    m.progmem.fill(sin_programar);
+    return m;
+  }();
+  return plain;
+}
+
+struct numero {
+  std::string name;
+  long* value;
+};
+
+std::vector<numero> numbers_of(maquina& m) {
+  std::vector<numero> all;
+  chipstate chip;
+  ventana_minima window;
+  each_field(m, chip, window, [&all](const char* name, int index, long& value, auto&) {
+    all.push_back({index < 0 ? name : std::string(name) + "[" + std::to_string(index) + "]", &value});
+  });
+  return all;
+}
+
+/// Keeps a change only while the case still differs.
+template <class Change>
+bool try_change(caso& one, Change&& change) {
+  caso smaller = one;
+  change(smaller);
+  if (!differs(smaller)) return false;
+  one = smaller;
+  return true;
+}
+
+int& word_at_pc(maquina& m) {
+  return m.progmem[static_cast<std::size_t>(m.pc)];
+}
+
+void move_to_start(caso& one) {
+  const int word = word_at_pc(one.before);
+  one.before.progmem.fill(sin_programar);
+  one.before.pc = 0;
+  word_at_pc(one.before) = word;
+}
+
+bool reduce_numbers(caso& one) {
+  maquina plain = neutral();
+  const std::vector<numero> wanted = numbers_of(plain);
+  bool smaller = false;
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    const long value = *wanted[i].value;
+    if (*numbers_of(one.before)[i].value == value || wanted[i].name == "cpu.pc") continue;
+    smaller |= try_change(one, [&](caso& c) { *numbers_of(c.before)[i].value = value; });
+  }
+  return smaller;
+}
+
+}  // namespace
+
+bool differs(const caso& one) {
+  pareja two(one.before);
+  two.act(one.action);
+  return !two.same();
+}
+
+caso reduce(caso one) {
+  try_change(one, [](caso& c) { c.before.breakpts.fill(0); });
+  try_change(one, [](caso& c) {
+    const int word = word_at_pc(c.before);
+    c.before.progmem.fill(sin_programar);
+    word_at_pc(c.before) = word;
+  });
+  while (reduce_numbers(one)) {
+  }
+  if (one.before.device != 1) try_change(one, [](caso& c) { c.before.device = 1; });
+  if (one.before.pc != 0) try_change(one, move_to_start);
+  if (one.before.frec != 4000) try_change(one, [](caso& c) { c.before.frec = 4000; });
+  if (one.before.fr != 0) try_change(one, [](caso& c) { c.before.fr = 0; });
+  while (reduce_numbers(one)) {
+  }
+  return one;
+}
+
+std::string explain(const caso& one) {
+  caso shown = one;
+  std::ostringstream out;
+  const int word = word_at_pc(shown.before);
+  out << "\n"
+      << name_of(one.action) << " on a " << dispositivos[static_cast<std::size_t>(one.before.device)].name;
+  out << ", at pc the word " << std::hex << word << std::dec << "  "
+      << (word == sin_programar ? "unprogrammed" : deshex(word)) << "\nfrom";
+  maquina plain = neutral();
+  const std::vector<numero> usual = numbers_of(plain);
+  const std::vector<numero> found = numbers_of(shown.before);
+  for (std::size_t i = 0; i < found.size(); ++i)
+    if (*found[i].value != *usual[i].value) out << "\n  " << found[i].name << " = " << *found[i].value;
+  if (one.before.frec != plain.frec) out << "\n  FREC = " << one.before.frec;
+  if (one.before.fr != plain.fr) out << "\n  FR = " << one.before.fr;
+  pareja two(one.before);
+  two.act(one.action);
+  out << "\nafterwards" << two.differences();
+  return out.str();
+}
+
+}  // namespace estructura::modelo

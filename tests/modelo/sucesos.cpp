@@ -1,0 +1,176 @@
+#include "tests/modelo/sucesos.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "core/dispositivos.h"
+#include "core/resets.h"
+#include "tests/modelo/estados.h"
+
+namespace estructura::modelo {
+
+namespace {
+
+const dispositivo& device_of(const pareja& two) {
+  return dispositivos[static_cast<std::size_t>(two.slow.device)];
+}
+
+template <class Quick>
+void store(long& slow, Quick& quick, long value) {
+  slow = value;
+  quick = static_cast<Quick>(value);
+}
+
+void open_configuration(pareja& two) {
+  store(two.slow.config_open, two.window.env.config_open, 1);
+}
+
+void type_frequencies(pareja& two, double frec, double fr) {
+  two.slow.frec = frec;
+  two.slow.fr = fr;
+  two.window.type_frequencies(frec, fr);
+}
+
+void power_on(azar& /*chance*/, pareja& two) {
+  open_configuration(two);
+  two.act({accion::por});
+}
+
+void mclr(azar& /*chance*/, pareja& two) {
+  two.act({accion::mclr});
+}
+
+void wdt(azar& /*chance*/, pareja& two) {
+  two.act({accion::wdt});
+}
+
+/// A box that is an input takes its other state.
+void click_pin(azar& chance, pareja& two) {
+  const int port = device_of(two).is16c5x ? static_cast<int>(chance.below(3)) : 1;
+  const int bit = static_cast<int>(chance.below(port == 0 ? 4 : 8));
+  const auto at = static_cast<std::size_t>(port);
+  const bool present = port < 2 || device_of(two).hasportc;
+  if (!present || (two.slow.tris[at] >> bit) % 2 == 0) return;
+  two.act({accion::pin, port, bit, (two.slow.boxes[at] >> bit) % 2 == 0});
+}
+
+void pulse(azar& /*chance*/, pareja& two) {
+  two.act({accion::pulso});
+}
+
+void type_file_register(azar& chance, pareja& two) {
+  const int address = static_cast<int>(chance.below(16));
+  long value = chance.below(256);
+  if (address == 4) value &= device_of(two).datamask;
+  if (address == 5) value &= device_of(two).mask5;
+  store(two.slow.regs[static_cast<std::size_t>(address)], two.chip.regs[address], value);
+  two.act({accion::refresco});
+}
+
+void type_bank_register(azar& chance, pareja& two) {
+  const int at = static_cast<int>(chance.below(64));
+  store(two.slow.bankregs[static_cast<std::size_t>(at)], two.chip.bankregs[at], chance.below(256));
+  two.act({accion::refresco});
+}
+
+void type_core_register(azar& chance, pareja& two) {
+  estado& m = two.slow;
+  core_registers& cpu = two.chip.cpu;
+  const dispositivo& row = device_of(two);
+  switch (chance.below(6)) {
+    case 0: store(m.pc, cpu.pc, chance.below(row.progmask + 1)); break;
+    case 1: store(m.w, cpu.w, chance.below(256)); break;
+    case 2: store(m.option, cpu.option, chance.below(row.optmask + 1)); break;
+    case 3: store(m.tris[0], cpu.trisa, chance.below(row.mask5 + 1)); break;
+    case 4: store(m.tris[1], cpu.trisb, chance.below(row.mask6 + 1)); break;
+    default: store(m.tris[2], cpu.trisc, chance.below(256)); break;
+  }
+  two.act({accion::refresco});
+}
+
+/// Typing into `FR` refreshes nothing: the new period holds from the next refresh.
+void type_fr(azar& chance, pareja& two) {
+  constexpr std::array<double, 8> typed = {0, 0, 0.4, 100, 25000, 333333, 1000000, 2000000};
+  double fr = chance.one_in(200) ? 0.0001 : chance.one_of(typed);
+  if (fr > 1000000) {
+    fr = 1000000;
+    store(two.slow.tockicount, two.chip.tockicount, 0);
+  }
+  type_frequencies(two, two.slow.frec, fr);
+  store(two.slow.tockifreq, two.chip.tockifreq, static_cast<long>(std::nearbyint(fr)));
+}
+
+void type_frec(azar& chance, pareja& two) {
+  constexpr std::array<double, 8> typed = {32, 32, 33.3, 100, 4000, 20000, 31, 0};
+  if (two.slow.config_open == 1) type_frequencies(two, chance.one_of(typed), two.slow.fr);
+}
+
+void click_watchdog(azar& /*chance*/, pareja& two) {
+  if (two.slow.config_open == 0) return;
+  store(two.slow.watchdog, two.window.env.watchdog_on, 1 - two.slow.watchdog);
+  two.act({accion::refresco});
+}
+
+void double_click_ciclos(azar& /*chance*/, pareja& two) {
+  store(two.slow.cycles, two.chip.cycles, 0);
+}
+
+void click_break(azar& chance, pareja& two) {
+  const int address = static_cast<int>(chance.below(device_of(two).progmask + 1));
+  two.set_breakpoint(address, two.slow.breakpts[static_cast<std::size_t>(address)] == 0 && chance.one_in(2));
+}
+
+void type_instruction(azar& chance, pareja& two) {
+  const long address = chance.one_in(2) ? two.slow.pc : chance.below(2048);
+  two.set_word(static_cast<int>(address), random_word(chance));
+  store(two.slow.entry_shown, two.window.env.entry_shown, 1);
+}
+
+void choose_device(azar& chance, pareja& two) {
+  if (two.slow.config_open == 0 || !chance.one_in(4)) return;
+  two.slow.device = chance.below(7);
+  select_device(two.chip, static_cast<int>(two.slow.device));
+  if (!device_of(two).is16c5x) type_frequencies(two, 4000, two.slow.fr);
+  resetchip(two.slow, 1, 1, 0);
+  estructura::resetchip(two.chip, 1, 1, 0);
+  two.act({accion::refresco});
+}
+
+}  // namespace
+
+void random_event(azar& chance, pareja& two, suceso kind) {
+  using handler = void (*)(azar&, pareja&);
+  constexpr std::array<handler, 24> all = {
+      power_on,
+      mclr,
+      wdt,
+      wdt,
+      click_pin,
+      click_pin,
+      click_pin,
+      click_pin,
+      pulse,
+      pulse,
+      type_file_register,
+      type_file_register,
+      type_bank_register,
+      type_core_register,
+      type_core_register,
+      type_fr,
+      type_fr,
+      type_frec,
+      type_frec,
+      click_watchdog,
+      click_break,
+      type_instruction,
+      choose_device,
+      double_click_ciclos,
+  };
+  const handler chosen = kind == suceso::pin ? click_pin : chance.one_of(all);
+  chosen(chance, two);
+}
+
+}  // namespace estructura::modelo
