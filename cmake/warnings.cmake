@@ -18,6 +18,9 @@ if(ESTRUCTURA_SANITIZE)
   # g++ 12 sees null pointers of its own making once the sanitizers have instrumented the code.
   target_compile_options(estructura_warnings INTERFACE -Wno-null-dereference)
 endif()
+if(ESTRUCTURA_FUZZ)
+  target_compile_options(estructura_warnings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # A room: its library, its sources, and the rooms that it may see.
 function(estructura_room name)
