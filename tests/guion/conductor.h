@@ -1,0 +1,81 @@
+// Who acts in the window and looks at it on behalf of a guion. There are two: one works on the toolkit-free
+// window, the other on the real widgets.
+//
+//   lugar place = ...;                        // the control "PB(3)"
+//   if (driver.usable(place)) driver.click(place);
+//   driver.look(place).value
+//
+// Acting is asked for only while the control can be used, with lines and entries that exist. Looking always
+// shows the window as it stands now.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/estructura.h"
+
+namespace estructura::guiones {
+
+/// A control of the window as a script names it.
+struct lugar {
+  id which = id::none;
+  int index = 0;
+  kind is = kind::frame;
+  std::string name;
+};
+
+/// What a control shows; what its kind does not have stays empty.
+struct aspecto {
+  std::string text;  ///< caption, or the text of a text box or combo with line ends CR LF
+  std::string tip;
+  std::string tag;
+  bool enabled = true;  ///< its own flag, whatever its frame's
+  bool visible = true;
+  bool value = false;
+  std::vector<std::string> rows;  ///< lines of a list, entries of a combo
+  int row = -1;
+  std::vector<int> selected;
+  bool face_background = false;
+  int sel_start = 0;  ///< in characters, a line end counting two
+  int sel_length = 0;
+};
+
+class conductor {
+ public:
+  conductor() = default;
+  virtual ~conductor() = default;
+  conductor(const conductor&) = delete;
+  conductor& operator=(const conductor&) = delete;
+  conductor(conductor&&) = delete;
+  conductor& operator=(conductor&&) = delete;
+
+  virtual Estructura& window() = 0;
+
+  virtual void click(const lugar& place) = 0;
+  virtual void click_text(const lugar& place, int caret) = 0;
+  virtual void keyup_text(const lugar& place, int caret) = 0;
+  virtual void dblclick(const lugar& place) = 0;
+  virtual void click_row(const lugar& place, int row, bool control_held) = 0;
+  virtual void dblclick_row(const lugar& place, int row) = 0;
+  virtual void pick(const lugar& place, int entry) = 0;
+  virtual void type(const lugar& place, std::string_view text) = 0;
+  virtual void select(const lugar& place, int start, int length) = 0;
+  virtual void enter(const lugar& place) = 0;
+  virtual void focus(const lugar& place) = 0;
+  virtual void press_map(double y) = 0;
+  virtual void close() = 0;
+  virtual void set_clipboard(std::string_view text) = 0;
+
+  virtual bool usable(const lugar& place) = 0;
+  virtual aspecto look(const lugar& place) = 0;
+  virtual map_view look_map() = 0;
+  /// Name of the control with the focus, empty for none.
+  virtual std::string focused() = 0;
+  virtual std::string clipboard() = 0;
+};
+
+/// The control that a script means by "eje1" or "PB(3)"; throws when there is none.
+lugar lugar_de(std::string_view written);
+
+}  // namespace estructura::guiones

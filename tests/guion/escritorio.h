@@ -1,0 +1,76 @@
+// The desktop that a guion puts around the window: questions are answered from a queue, file dialogs give the
+// paths that were queued, and whatever was shown, asked or sounded is kept for the script to look at.
+//
+//   escritorio desk;
+//   desk.answers.push_back(answer::yes);
+//   anfitrion_guiado<anfitrion> host(desk);
+//   Estructura window(host);
+//
+// The host is a layer over any other one, so that the window with widgets keeps what it needs of the
+// toolkit's.
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ui/anfitrion.h"
+
+namespace estructura::guiones {
+
+struct escritorio {
+  std::deque<answer> answers;
+  std::deque<std::string> paths;
+  std::vector<std::string> boxes;    ///< since the last look, as `boxes` prints them
+  std::vector<std::string> dialogs;  ///< since the last look, as `dialogs` prints them
+  int beeps = 0;                     ///< since the last look
+  std::string clipboard;             ///< where the toolkit has none
+  int granted = 1;                   ///< steps that the run may take before it yields to the host again
+
+  /// Something was asked that the script has no answer for.
+  std::function<void(std::string)> unexpected = [](const std::string&) {};
+  /// So many yields have passed; answers how many more may pass before the script has something to do.
+  std::function<int(int)> yielded = [](int) { return 1; };
+
+  answer ask(box kind, std::string_view text);
+  std::string choose(bool save, std::string_view filter, std::string_view extension,
+                     std::string_view proposed);
+};
+
+template <class Base>
+class anfitrion_guiado : public Base {
+ public:
+  template <class... Arguments>
+  explicit anfitrion_guiado(escritorio& desk, Arguments&&... arguments)
+      : Base(std::forward<Arguments>(arguments)...), desk_(desk) {}
+
+  answer mensaje(box kind, std::string_view text) override { return desk_.ask(kind, text); }
+  std::string elige_fichero(bool save, std::string_view filter, std::string_view extension,
+                            std::string_view proposed) override {
+    return desk_.choose(save, filter, extension, proposed);
+  }
+  void pita() override { ++desk_.beeps; }
+  int cede() override {
+    const int passed = desk_.granted;
+    base_left_ -= passed;
+    if (base_left_ <= 0) base_left_ = attend();
+    // What the script does now may start a run of its own, which grants anew: so the grant is stored last.
+    const int most = desk_.yielded(passed);
+    return desk_.granted = std::max(1, std::min(base_left_, most));
+  }
+
+ protected:
+  escritorio& desk() { return desk_; }
+  /// The turn of the host underneath; answers how many steps may pass before its next one.
+  virtual int attend() { return Base::cede(); }
+
+ private:
+  escritorio& desk_;
+  int base_left_ = 0;  ///< steps before the host underneath wants to be asked
+};
+
+}  // namespace estructura::guiones
