@@ -264,7 +264,8 @@ void Estructura::choose_rows(id which, int index, int current, std::vector<int> 
 
 void Estructura::click_row(id which, int index, int row, bool extend) {
   std::vector<int> selected = {row};
-  if (extend) {
+  const bool several_lines = which == id::MP;
+  if (extend && several_lines) {
     // Ctrl and a click turn the line over and leave the others as they are.
     bring_up_to_date();
     selected = at(which, index).selected();

@@ -26,6 +26,13 @@ class linea final : public QLineEdit {
   linea() { muestra_seleccion(false); }
 
  protected:
+  bool event(QEvent* event) override {
+    // When the window becomes active again QLineEdit drops the selection of a box without the focus; what is
+    // selected is for the window to say.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    return event->type() == QEvent::WindowActivate ? QWidget::event(event) : QLineEdit::event(event);
+  }
+
   void focusInEvent(QFocusEvent* event) override {
     // With the Tab key's reason QLineEdit would select all by itself; that is for the window to say.
     QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);

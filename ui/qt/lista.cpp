@@ -186,9 +186,7 @@ void vista_lista::dataChanged(const QModelIndex& from, const QModelIndex& to, co
 }
 
 void vista_lista::avisa() {
-  // With Ctrl held Qt takes the selection back from a line that is the only one; here it is clicked all the
-  // same.
-  if (elegida) elegida(actual(), traits_.varias ? seleccionadas() : std::vector<int>{actual()});
+  if (elegida) elegida(actual(), seleccionadas());
 }
 
 void vista_lista::mousePressEvent(QMouseEvent* event) {
@@ -196,7 +194,12 @@ void vista_lista::mousePressEvent(QMouseEvent* event) {
   QListView::mousePressEvent(event);
   // A click on a line that is selected already is a click all the same.
   if (event->button() != Qt::LeftButton || !on_line) return;
-  if (!traits_.varias) cursor_ = actual();
+  if (!traits_.varias) {
+    cursor_ = actual();
+    // With Ctrl held Qt takes the selection back from a line that is the only one, now or on release; here it
+    // is clicked all the same.
+    selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+  }
   avisa();
 }
 
@@ -212,8 +215,13 @@ void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
   // A press on one of several selected lines might begin a drag for Qt: that it alone is chosen shows on
   // release.
   const std::vector<int> before = seleccionadas();
+  const QItemSelection kept = selectionModel()->selection();
   QListView::mouseReleaseEvent(event);
-  if (traits_.varias && seleccionadas() != before) avisa();
+  if (seleccionadas() == before) return;
+  if (traits_.varias)
+    avisa();
+  else
+    selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect);
 }
 
 void vista_lista::mouseDoubleClickEvent(QMouseEvent* event) {
