@@ -37,6 +37,8 @@ class host final : public anfitrion {
     return choice == 0 ? answer::no : choice == 1 ? answer::yes : answer::cancel;
   }
   std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view proposed) override {
+    // Whoever has nothing more to say gives the dialog up; a No to the replace question would stand for ever.
+    if (!input_.left()) return {};
     switch (input_.below(7)) {
       case 0: return (folder_ / "uno.hex").string();
       case 1: return (folder_ / "Dos.ASM").string();
