@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "asm/ensamblador.h"
+#include "bench/fuentes.h"
 #include "common/texto.h"
 #include "core/dispositivos.h"
 #include "files/desensamblador.h"
@@ -17,16 +18,6 @@ namespace {
 using namespace estructura;
 
 constexpr int last_word = program_words - 1;
-
-// Every line with its label and a comment; each jumps to the label of another.
-std::string labelled_source() {
-  std::string source;
-  for (int a = 0; a < program_words; ++a) {
-    const std::string number = std::to_string(a);
-    source += "L" + number + ":\tGOTO\tL" + std::to_string(a * 7 % 512) + "\t; línea " + number + "\r\n";
-  }
-  return source;
-}
 
 std::string source_of_1MB() {
   constexpr std::size_t size = 1'000'000;

@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QEvent>
 
+#include "bench/fuentes.h"
 #include "bench/programas.h"
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/aplicacion.h"
@@ -137,6 +138,23 @@ void step_click(benchmark::State& state, const bench_program& program) {
   }
 }
 
+// The click that assembles, until program list, map and listing are painted.
+void click_ensamblar(benchmark::State& state) {
+  open_window open(bench_programs().front());
+  open.window.type(id::source, labelled_source());
+  open.window.click(id::sl, 1);
+  open.shown->actualiza();
+  auto* button = open.shown->findChild<QAbstractButton*>("Ensamblar");
+  for (auto _ : state) {
+    button->click();
+    open.shown->repaint();
+    QApplication::processEvents();
+  }
+  const control& list = open.window.look(id::MP);
+  if (list.rows().back().find("GOTO") == std::string::npos)
+    state.SkipWithError("the source was not assembled");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -154,6 +172,7 @@ int main(int argc, char** argv) {
       ->Iterations(1)
       ->UseRealTime();
   benchmark::RegisterBenchmark("BM_step_click", step_click, mixed)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("BM_click_ensamblar", click_ensamblar)->Unit(benchmark::kMillisecond);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -1,7 +1,7 @@
 // The seam from the machine to whoever shows it. The rules read a few plain values that the window keeps here
 // and leave here what the window owes to the eye; only what is rare is a call.
 //
-//   struct quiet : pantalla {};
+//   struct quiet final : pantalla {};
 //   quiet view;
 //   step(chip, view);
 //   view.due.marker          -> address of the map marker

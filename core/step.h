@@ -1,6 +1,6 @@
 // One instruction step, and the rules that every refresh of the views applies to the machine.
 //
-//   struct quiet : pantalla {} view;
+//   struct quiet final : pantalla {} view;
 //   chip.progmem[chip.cpu.pc] = 0xC05;   // MOVLW 05
 //   step(chip, view);                    // chip.cpu.w is 5
 //
