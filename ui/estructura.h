@@ -73,8 +73,8 @@ class Estructura final : public pantalla, private event_sink {
   void keyup_text(id which, int caret);
   /// A double-click on a label.
   void dblclick(id which, int index = 0);
-  /// A click on a line, alone or (`extend`) added to the selection with Ctrl, as far as the list takes several
-  /// lines; and the same followed by the double-click.
+  /// A click on a line, alone or (`extend`) added to the selection with Ctrl, as far as the list takes
+  /// several lines; and the same followed by the double-click.
   void click_row(id which, int index, int row, bool extend = false);
   void dblclick_row(id which, int index, int row);
   /// The selection of a list as the person made it by any means of the toolkit: counts as a click.
