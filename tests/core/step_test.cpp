@@ -1,0 +1,300 @@
+// One step: what it asks of the screen and in which order, the fetch, the first step after a reset, sleep.
+#include "core/step.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "core/resets.h"
+#include "files/desensamblador.h"
+#include "tests/apoyo/diferencias.h"
+#include "tests/core/maquina.h"
+#include "tests/core/oraculo.h"
+
+namespace estructura {
+namespace {
+
+using apoyo::differences;
+using apoyo::expected_device;
+using apoyo::expected_devices;
+using apoyo::machine;
+using apoyo::noting;
+using apoyo::quiet;
+
+std::int16_t word16(int value) {
+  return static_cast<std::int16_t>(value);
+}
+
+// A machine whose pins stand as its outputs want them, so that a refresh moves nothing.
+chipstate at_rest(std::string_view name) {
+  chipstate chip = machine(name);
+  chip.cpu.trisa = chip.devmodel.mask5;
+  chip.cpu.trisb = chip.devmodel.mask6;
+  return chip;
+}
+
+TEST(step, fetches_the_word_at_pc_and_goes_on_behind_it) {
+  for (const expected_device& device : expected_devices)
+    for (const int address : {0, 0x0FF, 0x100, device.progmask - 1, device.progmask}) {
+      chipstate chip = at_rest(device.name);
+      chip.progmem[address] = 0xC77;
+      chip.cpu.pc = word16(address);
+      quiet view;
+      step(chip, view);
+      const int next = address == device.progmask ? 0 : address + 1;
+      EXPECT_EQ(chip.cpu.pc, next) << device.name << " from " << address;
+      EXPECT_EQ(chip.regs[reg_pcl], next % 256) << device.name << " from " << address;
+      EXPECT_EQ(chip.cpu.w, 0x77) << device.name << " from " << address;
+    }
+}
+
+TEST(step, is_the_instruction_the_watchdog_the_timer_and_the_refresh_in_this_order) {
+  // PCL written, timer from the instruction clock with a prescaler of 2, watchdog just run out.
+  chipstate chip = at_rest("16C57");
+  chip.progmem[0x010] = 0x022;
+  chip.cpu.option = 0x00;
+  chip.wdtcount = 17'999 - 1;
+  chip.prescount = 0;
+  chip.regs[reg_status] = 0x78;
+  noting view;
+  view.env.watchdog_on = true;
+  view.env.set_frequencies(4000, 0);
+  step(chip, view);
+  EXPECT_EQ(view.asked, (std::vector<std::string>{"watchdog"}));
+  // The reset precedes the tick, and OPTION as reset counts T0CKI, of which there is none.
+  EXPECT_EQ(chip.cpu.pc, 0x7FF);
+  EXPECT_EQ(chip.prescount, 0);
+  EXPECT_EQ(chip.wdtcount, 0);
+  EXPECT_EQ(chip.regs[reg_status], 0x68);
+}
+
+TEST(step, ticks_the_timer_once_and_the_first_cycle_of_a_reset_not_at_all) {
+  chipstate chip = at_rest("16C57");
+  chip.progmem[0x010] = 0x000;
+  chip.cpu.option = 0x07;
+  chip.firststep = true;
+  quiet view;
+  step(chip, view);
+  EXPECT_EQ(chip.cycles, 102);
+  EXPECT_EQ(chip.wdtcount, 52);
+  EXPECT_EQ(chip.prescount, 1);
+  EXPECT_FALSE(chip.firststep);
+  chip.progmem[0x011] = 0x000;
+  step(chip, view);
+  EXPECT_EQ(chip.cycles, 103);
+  EXPECT_EQ(chip.prescount, 2);
+}
+
+TEST(step, after_any_reset_counts_two_cycles_for_a_one_cycle_instruction) {
+  const std::vector<std::function<void(chipstate&)>> resets = {
+      power_on, mclr_reset, wdt_reset, [](chipstate& chip) { resetchip(chip, 1, 1, 0); }};
+  for (const auto& reset : resets) {
+    chipstate chip = at_rest("16C54");
+    chip.progmem[511] = 0x000;
+    reset(chip);
+    quiet view;
+    step(chip, view);
+    EXPECT_EQ(chip.cycles, 2);
+  }
+}
+
+TEST(step, of_an_unprogrammed_cell_only_moves_on) {
+  chipstate chip = at_rest("16C57");
+  chip.cpu.option = 0x08;
+  chip.wdtcount = 100'000;
+  noting view;
+  view.env.watchdog_on = true;
+  chipstate wanted = chip;
+  wanted.cpu.pc = 0x011;
+  wanted.regs[reg_pcl] = 0x11;
+  wanted.wdtlimit = 18000;
+  wanted.regs[reg_5] = 0x05;  // the refresh cuts port A to its four bits
+  step(chip, view);
+  EXPECT_EQ(differences(wanted, chip), "");
+  EXPECT_TRUE(view.asked.empty());
+  EXPECT_TRUE(view.due.views);
+  EXPECT_EQ(view.due.clicked, 0x011);
+  EXPECT_TRUE(view.due.marker_drawn);
+  EXPECT_EQ(view.due.marker, 0x011);
+}
+
+TEST(step, of_an_unprogrammed_cell_after_a_reset_still_counts_the_first_cycle) {
+  chipstate chip = at_rest("16C57");
+  resetchip(chip, 1, 1, 0);
+  quiet view;
+  step(chip, view);
+  EXPECT_EQ(chip.cycles, 1);
+  EXPECT_EQ(chip.wdtcount, 1);
+}
+
+TEST(step, of_an_unprogrammed_cell_shows_its_row_before_a_refresh_that_faults) {
+  for (const bool programmed : {false, true}) {
+    chipstate chip = at_rest("16C57");
+    if (programmed) chip.progmem[0x010] = 0x000;
+    quiet view;
+    view.env.set_frequencies(4000, 0.0001);
+    EXPECT_TRUE(apoyo::faults([&] { step(chip, view); }));
+    EXPECT_EQ(view.due.row, !programmed);
+    EXPECT_EQ(view.due.marker_drawn, !programmed);
+  }
+}
+
+TEST(step, over_the_last_word_of_a_small_device_leaves_its_memory_for_a_step) {
+  chipstate chip = at_rest("16C54");
+  chip.regs[8] = 0;
+  chip.cpu.pc = 510;
+  chip.progmem[510] = 0x608;
+  quiet view;
+  step(chip, view);
+  EXPECT_EQ(chip.cpu.pc, 512);
+  EXPECT_EQ(chip.regs[reg_pcl], 0);
+  EXPECT_FALSE(view.due.row_in_list);
+  const std::int32_t cycles = chip.cycles;
+  step(chip, view);
+  EXPECT_EQ(chip.cpu.pc, 1);
+  EXPECT_EQ(chip.cycles, cycles);
+  EXPECT_TRUE(view.due.row_in_list);
+}
+
+TEST(step, with_a_skip_in_the_last_word_goes_on_at_1) {
+  for (const expected_device& device : expected_devices) {
+    chipstate chip = at_rest(device.name);
+    chip.regs[8] = 0;
+    chip.cpu.pc = word16(device.progmask);
+    chip.progmem[device.progmask] = 0x608;
+    quiet view;
+    step(chip, view);
+    EXPECT_EQ(chip.cpu.pc, 1) << device.name;
+  }
+}
+
+TEST(step, with_a_skip_in_the_last_word_but_one_leaves_pc_behind_the_memory) {
+  for (const expected_device& device : expected_devices) {
+    chipstate chip = at_rest(device.name);
+    chip.regs[8] = 0;
+    chip.cpu.pc = word16(device.progmask - 1);
+    chip.progmem[device.progmask - 1] = 0x608;
+    quiet view;
+    step(chip, view);
+    EXPECT_EQ(chip.cpu.pc, device.progmask == 2047 ? 0 : device.progmask + 1) << device.name;
+  }
+}
+
+TEST(step, asleep_only_clears_the_entry_and_locks_the_configuration) {
+  chipstate chip = at_rest("16C57");
+  chip.sleeping = true;
+  chip.firststep = true;
+  chip.resumebp = true;
+  noting view;
+  view.env.config_open = true;
+  view.env.entry_shown = true;
+  view.due.marker_drawn = true;
+  chipstate wanted = chip;
+  wanted.resumebp = false;
+  step(chip, view);
+  EXPECT_EQ(differences(wanted, chip), "");
+  EXPECT_EQ(view.asked, (std::vector<std::string>{"clear", "lock"}));
+  EXPECT_FALSE(view.due.views);
+  EXPECT_FALSE(view.due.row);
+  EXPECT_TRUE(view.due.marker_drawn);
+}
+
+TEST(step, locks_the_configuration_only_while_it_is_open) {
+  chipstate chip = at_rest("16C57");
+  noting view;
+  view.env.config_open = true;
+  step(chip, view);
+  step(chip, view);
+  EXPECT_EQ(view.asked, (std::vector<std::string>{"lock"}));
+}
+
+TEST(step, leaves_a_breakpoint_behind) {
+  chipstate chip = at_rest("16C57");
+  chip.resumebp = true;
+  quiet view;
+  step(chip, view);
+  EXPECT_FALSE(chip.resumebp);
+}
+
+TEST(step, masks_registers_at_its_end_and_restores_the_latches_of_STATUS) {
+  chipstate chip = at_rest("16C54");
+  chip.progmem[0x010] = 0x1E3;  // ADDWF 03
+  chip.regs[reg_status] = 0x18;
+  chip.cpu.w = 0x07;
+  quiet view;
+  step(chip, view);
+  EXPECT_EQ(chip.regs[reg_status], 0x1F);
+  chip.progmem[0x011] = 0x063;  // CLRF 03
+  step(chip, view);
+  EXPECT_EQ(chip.regs[reg_status], 0x18);
+  chip.progmem[0x012] = 0x002;  // OPTION
+  chip.cpu.w = 0xFF;
+  step(chip, view);
+  EXPECT_EQ(chip.cpu.option, 0x3F);
+}
+
+TEST(step, with_clrwdt_shows_the_new_TO_after_a_time_out) {
+  chipstate chip = at_rest("16C57");
+  chip.tolatch = 0;
+  chip.pdlatch = 0;
+  chip.regs[reg_status] = 0x00;
+  chip.progmem[0x010] = 0x004;
+  quiet view;
+  step(chip, view);
+  EXPECT_EQ(chip.regs[reg_status], 0x10);
+  EXPECT_EQ(chip.wdtcount, 0);
+}
+
+TEST(step, of_sleep_lets_the_timer_count_a_last_cycle_but_no_pulse) {
+  chipstate chip = at_rest("16C57");
+  chip.progmem[0x010] = 0x003;
+  chip.cpu.option = 0x00;
+  quiet view;
+  step(chip, view);
+  EXPECT_TRUE(chip.sleeping);
+  EXPECT_EQ(chip.prescount, 1);
+  chip = at_rest("16C57");
+  chip.progmem[0x010] = 0x003;
+  chip.cpu.option = 0x27;
+  chip.tockifreq = 1;
+  chip.tockiperiod = 1;
+  step(chip, view);
+  EXPECT_EQ(chip.tockicount, 0);
+  EXPECT_EQ(chip.prescount, 0);
+}
+
+// A program walked whole against the second reading of the rules: every state after every step.
+TEST(step, walks_a_program_as_the_second_reading_does) {
+  const std::vector<int> program = {0xC05, 0x028, 0xC02, 0x002, 0x2E8, 0xA04, 0x930, 0x1C8,
+                                    0xC35, 0x024, 0x3A0, 0x2A4, 0x020, 0x749, 0xA09, 0x3E9};
+  for (const expected_device& device : expected_devices) {
+    chipstate chip = at_rest(device.name);
+    for (std::size_t i = 0; i < program.size(); ++i)
+      chip.progmem[static_cast<int>(i)] = static_cast<std::uint16_t>(program[i]);
+    chip.progmem[0x030] = 0x880;
+    chip.cpu.pc = 0;
+    chip.regs[reg_5] = word16(device.mask5 & 0x70);
+    chip.regs[reg_6] = 0;
+    quiet view;
+    apoyo::show_pins_of(chip, view);
+    for (int i = 0; i < 400; ++i) {
+      chipstate wanted = chip;
+      const int word = wanted.progmem[wanted.cpu.pc];
+      wanted.cpu.pc = word16((wanted.cpu.pc + 1) % (device.progmask + 1));
+      wanted.regs[reg_pcl] = word16(wanted.cpu.pc % 256);
+      if (word != 65535) {
+        apoyo::expected_execution(wanted, word);
+        apoyo::expected_tick(wanted);
+      }
+      wanted.regs[reg_fsr] = word16(wanted.regs[reg_fsr] & device.datamask);
+      wanted.cpu.option = word16(wanted.cpu.option & device.optmask);
+      wanted.regs[reg_status] = word16((wanted.regs[reg_status] & (device.is16c5x ? 0xFF : 0xBF)) | 0x18);
+      step(chip, view);
+      ASSERT_EQ(differences(wanted, chip), "") << device.name << ", step " << i << ": " << deshex(word);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace estructura

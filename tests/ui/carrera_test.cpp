@@ -1,0 +1,280 @@
+// Runs in the window: captions, what whoever looks during a run sees, stops and restarts, time-outs.
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "common/texto.h"
+#include "tests/apoyo/diferencias.h"
+#include "tests/ui/ventana.h"
+#include "ui/formato.h"
+
+namespace estructura {
+namespace {
+
+using apoyo::differences;
+using apoyo::ventana;
+
+// Counts register 08 up for ever: two instructions, three cycles.
+void counting(ventana& w) {
+  w.store(0, {0x2A8, 0xA00});
+  w.stand_at(0);
+}
+
+TEST(run, shows_Parar_and_closes_the_single_step_until_it_is_stopped) {
+  ventana w;
+  counting(w);
+  w.desktop.at_turn(1, [&] {
+    EXPECT_EQ(w.text("ejecutar"), "&Parar");
+    EXPECT_FALSE(w.enabled("eje1"));
+    EXPECT_TRUE(w.chip().running);
+    w.view.click(id::eje1);
+    EXPECT_EQ(w.chip().cpu.pc, 1);
+  });
+  w.desktop.at_turn(9, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.turns, 9);
+  EXPECT_EQ(w.text("ejecutar"), "Ejecu&tar");
+  EXPECT_TRUE(w.enabled("eje1"));
+  EXPECT_FALSE(w.chip().running);
+}
+
+TEST(run, shows_the_current_instruction_when_it_is_stopped) {
+  ventana w;
+  counting(w);
+  w.desktop.at_turn(8, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.at("MP").row(), 0);
+  EXPECT_EQ(w.text("direc"), "000");
+  EXPECT_EQ(w.text("INS"), "INCF 08");
+  EXPECT_EQ(w.text("codop"), "2A8");
+  EXPECT_TRUE(w.enabled("Entrarins"));
+}
+
+TEST(run, clears_the_entry_at_its_first_step) {
+  ventana w;
+  counting(w);
+  w.view.type(id::INS, "NOP");
+  w.desktop.at_turn(1, [&] {
+    EXPECT_EQ(w.text("INS"), "");
+    EXPECT_EQ(w.text("codop"), "");
+    EXPECT_FALSE(w.enabled("Entrarins"));
+    w.view.click(id::ejecutar);
+  });
+  w.view.click(id::ejecutar);
+}
+
+TEST(run, is_right_for_whoever_looks_at_any_turn) {
+  for (const int between : {1, 2, 7, 50}) {
+    ventana w;
+    counting(w);
+    w.desktop.steps_between_turns = between;
+    for (int turn = 1; turn <= 20; ++turn)
+      w.desktop.at_turn(turn, [&w, turn, between] {
+        const int steps = 1 + (turn - 1) * between;
+        const int pc = steps % 2;
+        const int count = (0 + (steps + 1) / 2) % 256;
+        EXPECT_EQ(w.at("MDP").rows()[8], hexstr(count, 2)) << steps;
+        EXPECT_EQ(w.text("ciclos"), ponpuntos(steps + steps / 2)) << steps;
+        EXPECT_EQ(w.at("MP").row(), pc) << steps;
+        EXPECT_EQ(w.text("direc"), hexstr(pc, 3)) << steps;
+        EXPECT_EQ(w.at("RE").rows()[0], hexstr(pc, 3)) << steps;
+        EXPECT_EQ(w.view.look_map().marker, pc) << steps;
+        if (turn == 20) w.view.click(id::ejecutar);
+      });
+    w.view.click(id::ejecutar);
+    EXPECT_EQ(w.desktop.turns, 20);
+  }
+}
+
+TEST(run, shows_an_output_pin_whose_box_comes_to_light_with_its_level) {
+  // GP2 is T0CKI and hidden until OPTION gives it back; then it is an output that shows its latch.
+  ventana w("12C508");
+  w.store(0, {0xC00, 0x002, 0x006, 0xC04, 0x026, 0xA05});
+  w.stand_at(0);
+  w.desktop.steps_between_turns = 10;
+  w.desktop.at_turn(2, [&] {
+    EXPECT_TRUE(w.visible("PB(2)"));
+    EXPECT_FALSE(w.enabled("PB(2)"));
+    EXPECT_TRUE(w.value("PB(2)"));
+    EXPECT_EQ(w.text("BPB"), "--000100");
+    w.view.click(id::ejecutar);
+  });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.chip().pinb, 0x04);
+}
+
+std::vector<std::string> everything(ventana& w) {
+  std::vector<std::string> all;
+  for (const control& c : w.view.look_all()) {
+    std::string line = c.name() + ": " + c.text() + "|" + c.tip() + (c.visible() ? "" : " hidden") +
+                       (c.enabled() ? "" : " disabled") + (c.value() ? " checked" : "") + " row " +
+                       std::to_string(c.row()) + (c.face_background() ? " face" : "");
+    if (c.which() != id::MP)
+      for (const std::string& row : c.rows()) line += " " + row;
+    all.push_back(std::move(line));
+  }
+  const map_view& map = w.view.look_map();
+  all.push_back("marker " + std::to_string(map.marker) + ", scale " + std::to_string(map.scale));
+  return all;
+}
+
+// Random programs, in one window looked at whole after every step, in another only at the end.
+TEST(run, ends_in_the_same_window_whether_somebody_looked_or_not) {
+  constexpr unsigned seed = 20260701;
+  std::mt19937 random(seed);
+  for (const char* device : {"16C57", "16C54", "12C509", "12C508"})
+    for (int program = 0; program < 25; ++program) {
+      ventana looked(device);
+      ventana unseen(device);
+      chipstate& chip = looked.view.poke();
+      for (int a = 0; a <= chip.devmodel.progmask; ++a)
+        chip.progmem[a] = static_cast<std::uint16_t>(random() % 16 == 0 ? 65535 : random() % 4096);
+      unseen.view.poke() = chip;
+      const bool watchdog = random() % 2 == 0;
+      for (ventana* w : {&looked, &unseen}) {
+        if (watchdog) w->view.click(id::WATCHDOG);
+        w->view.type(id::FR, "250000");
+        w->desktop.at_turn(60, [w] { w->view.click(id::por); });
+        w->desktop.at_turn(120, [w] { w->view.click(id::MCLR); });
+        w->desktop.at_turn(180, [w] { w->view.click(id::ejecutar); });
+      }
+      looked.desktop.at_turn(180, [&] { looked.view.click(id::ejecutar); });
+      for (int turn = 1; turn < 180; ++turn)
+        if (turn != 60 && turn != 120) looked.desktop.at_turn(turn, [&] { (void)everything(looked); });
+      looked.view.click(id::ejecutar);
+      unseen.view.click(id::ejecutar);
+      EXPECT_EQ(differences(looked.chip(), unseen.chip()), "") << device << ", program " << program;
+      EXPECT_EQ(everything(looked), everything(unseen))
+          << device << ", program " << program << ", seed " << seed;
+    }
+}
+
+TEST(run, stopped_and_started_within_one_turn_goes_on_in_the_same_loop) {
+  ventana w;
+  counting(w);
+  w.desktop.at_turn(3, [&] {
+    w.view.click(id::ejecutar);
+    EXPECT_FALSE(w.chip().running);
+    EXPECT_EQ(w.text("INS"), "GOTO 000");
+    const int turns = w.desktop.turns;
+    w.view.click(id::ejecutar);
+    EXPECT_EQ(w.desktop.turns, turns);
+    EXPECT_EQ(w.text("ejecutar"), "&Parar");
+    EXPECT_FALSE(w.enabled("eje1"));
+  });
+  w.desktop.at_turn(6, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.turns, 6);
+  EXPECT_EQ(w.chip().regs[8], 3);
+  EXPECT_FALSE(w.chip().running);
+}
+
+TEST(run, started_again_on_a_breakpoint_within_one_turn_stops_at_once) {
+  ventana w;
+  counting(w);
+  w.desktop.at_turn(3, [&] {
+    w.view.poke().breakpts[1] = 1;
+    w.view.click(id::ejecutar);
+    w.view.click(id::ejecutar);
+  });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.turns, 3);
+  EXPECT_FALSE(w.chip().running);
+  EXPECT_TRUE(w.chip().resumebp);
+}
+
+TEST(run, at_a_breakpoint_shows_its_instruction_and_gives_the_buttons_back) {
+  ventana w;
+  counting(w);
+  w.view.poke().breakpts[1] = 1;
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.chip().cpu.pc, 1);
+  EXPECT_EQ(w.text("ejecutar"), "Ejecu&tar");
+  EXPECT_TRUE(w.enabled("eje1"));
+  EXPECT_EQ(w.text("direc"), "001");
+  EXPECT_EQ(w.text("INS"), "GOTO 000");
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.chip().cpu.pc, 1);
+  EXPECT_EQ(w.chip().regs[8], 2);
+}
+
+TEST(run, warns_of_a_watchdog_time_out_and_carries_on_from_the_reset_vector) {
+  ventana w;
+  counting(w);
+  w.view.click(id::WATCHDOG);
+  w.view.poke().wdtcount = w.chip().wdtlimit - 30;
+  int turns_at_box = 0;
+  w.desktop.at_box = [&] { turns_at_box = w.desktop.turns; };
+  w.desktop.at_turn(40, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  ASSERT_EQ(w.desktop.boxes.size(), 1U);
+  EXPECT_EQ(w.desktop.boxes[0].kind, box::ok_right);
+  EXPECT_EQ(w.desktop.boxes[0].text, "Se ha desbordado el Watchdog.\rSe producirá un Reset.");
+  EXPECT_EQ(turns_at_box, 19);  // thirty cycles are twenty steps
+  EXPECT_EQ(w.desktop.turns, 40);
+  EXPECT_EQ(w.text("STATUS"), "00001000");
+}
+
+TEST(run, counts_cycles_from_0_at_once_after_a_double_click) {
+  ventana w;
+  counting(w);
+  w.desktop.at_turn(5, [&] {
+    w.view.dblclick(id::ciclos);
+    EXPECT_EQ(w.text("ciclos"), "0");
+  });
+  w.desktop.at_turn(7, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.text("ciclos"), "3");
+}
+
+TEST(run, goes_on_by_itself_when_a_pin_wakes_the_chip) {
+  ventana w("12C508");
+  w.store(0, {0xC08, 0x002, 0x003, 0xA03});
+  w.view.poke().progmem[511] = 0xC00;
+  w.stand_at(0);
+  w.desktop.at_turn(10, [&] {
+    EXPECT_TRUE(w.value("estsleep"));
+    w.view.click(id::PB, 2);
+    EXPECT_TRUE(w.value("estsleep"));
+    w.view.click(id::PB, 0);
+    EXPECT_FALSE(w.value("estsleep"));
+    EXPECT_EQ(w.text("STATUS"), "10010000");
+    EXPECT_EQ(w.at("MP").row(), 511);
+  });
+  w.desktop.at_turn(11, [&] {
+    EXPECT_EQ(w.chip().cpu.pc, 0);
+    w.view.click(id::ejecutar);
+  });
+  w.view.click(id::ejecutar);
+}
+
+TEST(run, off_the_end_of_the_list_leaves_the_last_address_in_the_box_and_no_line) {
+  ventana w("16C54");
+  w.store(509, {0x000, 0x608});
+  w.stand_at(509);
+  w.desktop.at_turn(2, [&] {
+    EXPECT_EQ(w.at("MP").row(), -1);
+    EXPECT_EQ(w.text("direc"), "1FE");
+    w.view.click(id::ejecutar);
+    EXPECT_EQ(w.text("INS"), "");
+  });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.chip().cpu.pc, 512);
+  EXPECT_TRUE(w.desktop.boxes.empty());
+}
+
+TEST(run, of_a_hidden_list_still_moves_its_line) {
+  ventana w;
+  counting(w);
+  w.view.click(id::VISMP);
+  EXPECT_FALSE(w.visible("MP"));
+  w.desktop.at_turn(3, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.at("MP").row(), 1);
+  w.view.click(id::VISMP);
+  EXPECT_TRUE(w.visible("MP"));
+}
+
+}  // namespace
+}  // namespace estructura
