@@ -1,4 +1,7 @@
 // The program: the window in Qt, and nothing else.
+#include <cstdio>
+#include <cstdlib>
+
 #include <QApplication>
 
 #include "ui/estructura.h"
@@ -6,8 +9,21 @@
 #include "ui/qt/aplicacion.h"
 #include "ui/qt/ventana.h"
 
+namespace {
+
+// Without a display Qt ends the program with several English lines; one in Spanish says it better.
+void say_no_display(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  std::fputs("Estructura no puede abrir su ventana: no hay ninguna pantalla disponible.\n", stderr);
+  std::_Exit(EXIT_FAILURE);
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  qInstallMessageHandler(say_no_display);
   QApplication app(argc, argv);
+  qInstallMessageHandler(nullptr);
   estructura::prepara_aplicacion(app);
   estructura::anfitrion_qt host;
   estructura::Estructura window(host);
