@@ -1,14 +1,15 @@
 #include "common/fichero.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <vector>
+#include <utility>
 
 #include "common/texto.h"
 
@@ -20,10 +21,16 @@ namespace {
 
 constexpr std::string_view bom = "\xEF\xBB\xBF";
 
+// The file that a save writes beside the old one; mkostemp puts six characters of its own for the X.
+constexpr std::string_view beside_pattern = ".estructura-XXXXXX";
+constexpr std::string_view beside_prefix = beside_pattern.substr(0, beside_pattern.find('X'));
+
 class descriptor {
  public:
   explicit descriptor(int fd) : fd_(fd) {}
-  ~descriptor() { (void)close_now(); }
+  ~descriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
   descriptor(const descriptor&) = delete;
   descriptor& operator=(const descriptor&) = delete;
   descriptor(descriptor&&) = delete;
@@ -31,16 +38,60 @@ class descriptor {
 
   [[nodiscard]] bool open() const { return fd_ >= 0; }
   [[nodiscard]] int get() const { return fd_; }
-  bool close_now() {
-    if (fd_ < 0) return true;
-    const int fd = fd_;
-    fd_ = -1;
-    return ::close(fd) == 0;
-  }
 
  private:
   int fd_;
 };
+
+// While it lives, a write beyond the size that the process may give a file fails like any other, instead of
+// ending the program with a signal.
+class file_limit_as_error {
+ public:
+  file_limit_as_error() {
+    struct sigaction ignore {};
+    ignore.sa_handler = SIG_IGN;
+    changed_ = ::sigaction(SIGXFSZ, &ignore, &before_) == 0;
+  }
+  ~file_limit_as_error() {
+    if (changed_) ::sigaction(SIGXFSZ, &before_, nullptr);
+  }
+  file_limit_as_error(const file_limit_as_error&) = delete;
+  file_limit_as_error& operator=(const file_limit_as_error&) = delete;
+  file_limit_as_error(file_limit_as_error&&) = delete;
+  file_limit_as_error& operator=(file_limit_as_error&&) = delete;
+
+ private:
+  struct sigaction before_ {};
+  bool changed_ = false;
+};
+
+// Opens without waiting for anybody. Only for a lease, which a file server holds on a file for one of its
+// clients, is there a wait of half a second: the holder is told of the attempt and gives up in milliseconds,
+// or else is left alone (the system itself would wait 45 s for it).
+int open_at_once(const char* path, int flags, mode_t mode = 0) {
+  constexpr useconds_t pause_us = 10'000;
+  for (int tries = 50;; --tries) {
+    const int fd = ::open(path, flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, mode);
+    if (fd >= 0 || tries == 0 || (errno != EWOULDBLOCK && errno != EINTR)) return fd;
+    ::usleep(pause_us);
+  }
+}
+
+// Opens a regular file for reading and tells about it; -1 for everything else. The name is looked up first,
+// since opening alone sets some devices going, and what was opened is looked at again, since names change
+// hands.
+int open_regular(const char* path, struct stat& data) {
+  if (::stat(path, &data) != 0 || !S_ISREG(data.st_mode)) return -1;
+  const int fd = open_at_once(path, O_RDONLY);
+  if (fd < 0 || (::fstat(fd, &data) == 0 && S_ISREG(data.st_mode))) return fd;
+  ::close(fd);
+  return -1;
+}
+
+bool same_content(const struct stat& a, const struct stat& b) {
+  return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+         a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
 
 // The entry of a folder whose name differs only in case; the first in alphabetical order when there are
 // several.
@@ -72,13 +123,24 @@ bool folder_refuses(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY || error == EXDEV;
 }
 
-bool write_in_place(const std::string& path, std::string_view bytes) {
-  descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-  if (!file.open()) return false;
-  if (!write_all(file.get(), bytes)) return false;
-  // Not every kind of file can be forced to disk; the write itself is what counts here.
-  (void)::fsync(file.get());
-  return file.close_now();
+// Room on the disk for the whole content, so that an old one is not given up for half of a new one. Disks
+// that can reserve none are trusted to have it.
+bool make_room(int fd, off_t size, off_t old_size) {
+  if (size == 0 || ::fallocate(fd, 0, 0, size) == 0) return true;
+  if (errno == EOPNOTSUPP || errno == ENOSYS) return true;
+  (void)::ftruncate(fd, old_size);
+  return false;
+}
+
+// `fresh`: there is no such file yet. To ask for a new one where somebody else's stands is refused in folders
+// that everybody may write, even when that file may be written.
+bool write_in_place(const std::string& path, std::string_view bytes, bool fresh) {
+  const descriptor file(open_at_once(path.c_str(), O_WRONLY | (fresh ? O_CREAT : 0), 0666));
+  struct stat old {};
+  if (!file.open() || ::fstat(file.get(), &old) != 0 || !S_ISREG(old.st_mode)) return false;
+  const auto size = static_cast<off_t>(bytes.size());
+  return make_room(file.get(), size, old.st_size) && write_all(file.get(), bytes) &&
+         ::ftruncate(file.get(), size) == 0 && ::fsync(file.get()) == 0;
 }
 
 void sync_folder(const fs::path& folder) {
@@ -91,6 +153,44 @@ mode_t new_file_mode() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
   return static_cast<mode_t>(0666) & ~mask;
+}
+
+bool lock(int fd, int how) {
+  int result = 0;
+  do {
+    result = ::flock(fd, how);
+  } while (result != 0 && errno == EINTR);
+  return result == 0;
+}
+
+// Creates the file beside the old one, with the name it got, and locks it for as long as this save lives.
+// Disks that know no locks have no leftovers removed either.
+int create_beside(const fs::path& folder, std::string& name) {
+  for (;;) {
+    name = (folder / beside_pattern).string();
+    const int fd = ::mkostemp(name.data(), O_CLOEXEC);
+    struct stat data {};
+    if (fd < 0 || !lock(fd, LOCK_EX) || ::fstat(fd, &data) != 0 || data.st_nlink > 0) return fd;
+    // Between its creation and its lock another save has taken it for a leftover.
+    ::close(fd);
+  }
+}
+
+// Removes what killed saves have left in a folder: the lock of a save goes with its process.
+void remove_leftovers(const fs::path& folder) {
+  std::error_code error;
+  for (fs::directory_iterator it(folder.empty() ? fs::path(".") : folder, error), end; !error && it != end;
+       it.increment(error)) {
+    const std::string name = it->path().filename().string();
+    if (name.size() != beside_pattern.size() || !name.starts_with(beside_prefix)) continue;
+    std::error_code unknown;
+    if (!fs::is_regular_file(it->symlink_status(unknown))) continue;
+    const descriptor file(open_at_once(it->path().c_str(), O_WRONLY | O_NOFOLLOW));
+    struct stat data {};
+    if (file.open() && ::fstat(file.get(), &data) == 0 && data.st_uid == ::geteuid() &&
+        lock(file.get(), LOCK_EX | LOCK_NB))
+      ::unlink(it->path().c_str());
+  }
 }
 
 // The name at the end of a chain of symbolic links, also where the last one points to nothing yet.
@@ -135,20 +235,30 @@ bool existe(const std::string& path) {
   return fs::exists(fs::path(path), error);
 }
 
-bool lee_fichero(const std::string& path, std::string& bytes) {
+bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most) {
   bytes.clear();
-  std::error_code error;
-  if (!fs::is_regular_file(fs::path(path), error)) return false;
-  const descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat before {};
+  const descriptor file(open_regular(path.c_str(), before));
   if (!file.open()) return false;
+  const auto size = static_cast<std::size_t>(before.st_size);
+  if (size > most) return false;
+
+  std::string content;
+  content.reserve(size);
   std::array<char, 65536> block{};
+  // Until the end and not until the size: what the system makes up as it is read (/proc) has size 0.
   for (;;) {
     const ssize_t count = ::read(file.get(), block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return false;
-    if (count == 0) return true;
-    bytes.append(block.data(), static_cast<std::size_t>(count));
+    if (count == 0) break;
+    content.append(block.data(), static_cast<std::size_t>(count));
+    if (content.size() > most) return false;
   }
+  struct stat after {};
+  if (::fstat(file.get(), &after) != 0 || !same_content(before, after)) return false;
+  bytes = std::move(content);
+  return true;
 }
 
 bool guarda_fichero(const std::string& path, std::string_view bytes) {
@@ -158,38 +268,39 @@ bool guarda_fichero(const std::string& path, std::string_view bytes) {
   const bool had = ::stat(target.c_str(), &old) == 0;
   // A circle of links, or a folder that may not be looked into, is not a file that is missing.
   if (!had && errno != ENOENT) return false;
-  if (had && !S_ISREG(old.st_mode))
-    return S_ISDIR(old.st_mode) ? false : write_in_place(target.string(), bytes);
+  // A FIFO or a device could keep the program waiting for as long as it likes.
+  if (had && !S_ISREG(old.st_mode)) return false;
   // A file that may not be written stays as it is, even where its folder would let it be replaced.
   if (had && ::access(target.c_str(), W_OK) != 0) return false;
 
-  std::string beside = (target.parent_path() / (".estructura-XXXXXX")).string();
-  std::vector<char> name(beside.begin(), beside.end());
-  name.push_back('\0');
-  descriptor file(::mkostemp(name.data(), O_CLOEXEC));
-  if (!file.open()) return folder_refuses(errno) && write_in_place(target.string(), bytes);
-  beside.assign(name.data());
+  const file_limit_as_error guard;
+  const fs::path folder = target.parent_path();
+  remove_leftovers(folder);
+  std::string beside;
+  const descriptor file(create_beside(folder, beside));
+  if (!file.open()) return folder_refuses(errno) && write_in_place(target.string(), bytes, !had);
 
+  // Open, and so locked, until it has its final name; all that closing could report, fsync has reported.
   const bool written = write_all(file.get(), bytes) &&
                        ::fchmod(file.get(), had ? old.st_mode & 07777U : new_file_mode()) == 0 &&
-                       ::fsync(file.get()) == 0 && file.close_now();
+                       ::fsync(file.get()) == 0;
   if (!written) {
     ::unlink(beside.c_str());
     return false;
   }
   // The owner follows where the system lets it; where not, the file is written in place and keeps its own.
   const bool foreign = had && (old.st_uid != ::geteuid() || old.st_gid != ::getegid());
-  const bool kept = !foreign || ::chown(beside.c_str(), old.st_uid, old.st_gid) == 0;
+  const bool kept = !foreign || ::fchown(file.get(), old.st_uid, old.st_gid) == 0;
   if (!kept) {
     ::unlink(beside.c_str());
-    return write_in_place(target.string(), bytes);
+    return write_in_place(target.string(), bytes, !had);
   }
   if (::rename(beside.c_str(), target.c_str()) != 0) {
     const bool refused = folder_refuses(errno);
     ::unlink(beside.c_str());
-    return refused && write_in_place(target.string(), bytes);
+    return refused && write_in_place(target.string(), bytes, !had);
   }
-  sync_folder(target.parent_path());
+  sync_folder(folder);
   return true;
 }
 

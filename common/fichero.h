@@ -3,12 +3,14 @@
 //
 //   const auto path = localiza("/home/ana/pic/uno.hex");   // finds /home/ana/PIC/Uno.hex
 //   std::string bytes;
-//   if (!lee_fichero(path, bytes)) ...
+//   if (!lee_fichero(path, bytes, 1 << 20)) ...             // also when it has more than a megabyte
 //   if (!guarda_fichero(path, bytes)) ...                   // the old file is still whole
 //
-// Paths are UTF-8. Nothing here throws for what the disk may do: a failure is the value returned.
+// Paths are UTF-8. Nothing here throws for what the disk may do: a failure is the value returned. Nothing
+// here waits for another process either: what is no regular file (a FIFO, a device, a socket) is refused.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,12 +23,15 @@ std::string localiza(std::string_view path);
 /// Whether the path names something on disk (a folder counts).
 bool existe(const std::string& path);
 
-/// The whole content; false when the file is missing, is no file, or cannot be read.
-[[nodiscard]] bool lee_fichero(const std::string& path, std::string& bytes);
+/// The whole content, as it stood at one moment. False, with `bytes` empty, when the file is missing, is no
+/// regular file, cannot be read, holds more than `most` bytes, or was changed by somebody while it was read.
+[[nodiscard]] bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most);
 
 /// Replaces the file's content, through symbolic links and keeping its permissions. The bytes are written
 /// beside it, forced to disk and renamed over it, so that the old file stays whole until the new one is; only
-/// where the folder takes no new file is the old one written in place. False when the disk refuses.
+/// where the folder takes no new file is the old one written in place, once the disk has room for all of it.
+/// False when the disk refuses or the path is that of no regular file. A save that was killed leaves a file
+/// `.estructura-XXXXXX` in the folder; the same user's next save there removes it.
 [[nodiscard]] bool guarda_fichero(const std::string& path, std::string_view bytes);
 
 enum class codificacion { utf8, utf8_con_bom, windows1252 };

@@ -10,6 +10,7 @@
 // whatever its case.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,12 @@ namespace estructura {
 /// The text with every line end, CR LF, LF or CR, as CR LF.
 [[nodiscard]] std::string with_crlf(std::string_view text);
 
-/// Reads a source file; false when it cannot be read or is empty, with `text` and `encoding` as they were.
+/// The bytes that a source file may have to be read at all: two thousand for each word of the longest
+/// program, and about what a text box of the toolkit takes in within a second.
+inline constexpr std::size_t longest_source_file = std::size_t{4} << 20U;
+
+/// Reads a source file; false when it cannot be read, is empty or is longer than `longest_source_file`, with
+/// `text` and `encoding` as they were.
 [[nodiscard]] bool cargaasm(const std::string& path, std::string& text, codificacion& encoding);
 
 /// Writes a source file; false when the disk refuses, with the old file whole. A text that Windows-1252

@@ -175,7 +175,7 @@ int extlinfic(chipstate& chip, std::string_view text) {
 hex_reading carga(chipstate& chip, const std::string& path) {
   hex_reading met;
   std::string bytes;
-  if (!lee_fichero(localiza(path), bytes)) {
+  if (!lee_fichero(localiza(path), bytes, longest_hex_file)) {
     met.failed = true;
     return met;
   }

@@ -24,8 +24,16 @@ class carpeta_temporal {
     path_ = name;
   }
   ~carpeta_temporal() {
+    namespace fs = std::filesystem;
     std::error_code error;
-    std::filesystem::remove_all(path_, error);
+    // Folders that a test has closed are opened again on the way down, or what is in them would stay.
+    fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, error);
+    for (fs::recursive_directory_iterator it(path_, error), end; !error && it != end; it.increment(error)) {
+      std::error_code refused;
+      if (fs::is_directory(it->symlink_status(refused)))
+        fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, refused);
+    }
+    fs::remove_all(path_, error);
   }
   carpeta_temporal(const carpeta_temporal&) = delete;
   carpeta_temporal& operator=(const carpeta_temporal&) = delete;

@@ -31,16 +31,16 @@ bool in_child(Function function) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-/// The same without the administrator's rights, which no permission stops.
+/// For a child: gives up the administrator's rights, which no permission stops. Who has none keeps his own.
+inline bool become_ordinary_user() {
+  if (::geteuid() != 0) return true;
+  return ::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0 && ::geteuid() != 0;
+}
+
+/// The same without the administrator's rights.
 template <class Function>
 bool as_ordinary_user(Function function) {
-  return in_child([&function] {
-    if (::geteuid() == 0) {
-      const bool dropped = ::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
-      if (!dropped || ::geteuid() == 0) return false;
-    }
-    return function();
-  });
+  return in_child([&function] { return become_ordinary_user() && function(); });
 }
 
 /// The same where no file can grow beyond a size, as on a full disk: a write beyond it fails.
@@ -53,21 +53,22 @@ bool with_file_limit(rlim_t bytes, Function function) {
   });
 }
 
+/// For a child: a folder becomes a disk of its own, of so many pages of 4096 bytes and so many files. False
+/// where the system lets nobody mount one, as in some containers.
+inline bool mount_small_disk(const std::string& folder, int pages, int files) {
+  // The folder itself counts as a file of the disk.
+  const std::string size = "size=" + std::to_string(pages * 4096) + ",nr_inodes=" + std::to_string(files + 1);
+  return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+         ::mount("disk", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
+}
+
 /// The same with a folder that is a disk of its own, of so many pages of 4096 bytes and so many files.
 /// Nothing where the system lets nobody mount one, as in some containers.
 template <class Function>
 std::optional<bool> on_small_disk(const std::string& folder, int pages, int files, Function function) {
   constexpr int refused = 2;
   const pid_t child = ::fork();
-  if (child == 0) {
-    // The folder itself counts as a file of the disk.
-    const std::string size =
-        "size=" + std::to_string(pages * 4096) + ",nr_inodes=" + std::to_string(files + 1);
-    const bool mounted = ::unshare(CLONE_NEWNS) == 0 &&
-                         ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                         ::mount("disk", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
-    ::_exit(!mounted ? refused : (function() ? 0 : 1));
-  }
+  if (child == 0) ::_exit(!mount_small_disk(folder, pages, files) ? refused : (function() ? 0 : 1));
   int status = 0;
   if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status)) return false;
   if (WEXITSTATUS(status) == refused) return std::nullopt;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 #include <string>
 #include <sys/stat.h>
@@ -22,6 +23,8 @@ using apoyo::as_ordinary_user;
 using apoyo::carpeta_temporal;
 using apoyo::escribe;
 using apoyo::lee;
+
+constexpr std::size_t no_limit = std::numeric_limits<std::size_t>::max();
 
 mode_t mode_of(const std::string& path) {
   struct stat data {};
@@ -100,7 +103,7 @@ TEST(lee_fichero, gives_the_bytes_as_they_are) {
   for (const std::string& content : {std::string(), std::string("a\r\nb\n\0c", 7), all}) {
     escribe(folder / "f", content);
     std::string bytes = "before";
-    EXPECT_TRUE(lee_fichero(folder / "f", bytes));
+    EXPECT_TRUE(lee_fichero(folder / "f", bytes, no_limit));
     EXPECT_EQ(bytes, content);
   }
 }
@@ -112,7 +115,7 @@ TEST(lee_fichero, fails_on_a_missing_file_a_folder_and_what_is_no_file) {
   for (const std::string& path : {folder / "missing", folder.path(), folder / "loop", folder / "fifo",
                                   folder / "missing/f", std::string(), std::string("/dev/zero")}) {
     std::string bytes = "before";
-    EXPECT_FALSE(lee_fichero(path, bytes)) << path;
+    EXPECT_FALSE(lee_fichero(path, bytes, no_limit)) << path;
     EXPECT_EQ(bytes, "") << path;
   }
 }
@@ -124,7 +127,7 @@ TEST(lee_fichero, fails_on_a_file_that_may_not_be_read) {
   ASSERT_TRUE(apoyo::give_to_ordinary_user((folder / "f").c_str()));
   const auto reads = [&] {
     std::string bytes;
-    return lee_fichero(folder / "f", bytes);
+    return lee_fichero(folder / "f", bytes, no_limit);
   };
   ASSERT_EQ(::chmod((folder / "f").c_str(), 0400), 0);
   EXPECT_TRUE(as_ordinary_user(reads));

@@ -1,0 +1,225 @@
+// Files far too long: a message, within a second of work and 200 MB of memory, measured in a process of its
+// own. Those that are only long are read within the same.
+#include <cstddef>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <vector>
+
+#include "common/fichero.h"
+#include "common/texto.h"
+#include "files/fuente.h"
+#include "files/hex.h"
+#include "tests/apoyo/carpeta_temporal.h"
+#include "tests/fuera/documentos.h"
+#include "tests/fuera/hijo.h"
+
+namespace estructura {
+namespace {
+
+namespace fs = std::filesystem;
+using apoyo::carpeta_temporal;
+using apoyo::documento;
+using apoyo::en_hijo;
+using apoyo::escribe;
+using apoyo::relato;
+using apoyo::ventana_de_ficheros;
+
+constexpr const char* refusal = "Error en lectura";
+constexpr long most_memory_kb = 200L * 1024;
+constexpr double most_cpu_s = 1.0;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool measured = false;
+#elif defined(__has_feature)
+constexpr bool measured = !__has_feature(address_sanitizer);
+#else
+constexpr bool measured = true;
+#endif
+
+// The sanitizers' own memory and time are not the program's.
+void expect_cheap(const relato& told, const std::string& what) {
+  if (!measured) return;
+  EXPECT_LT(told.cpu_s, most_cpu_s) << what;
+  EXPECT_LT(told.memory_kb, most_memory_kb) << what;
+}
+
+// A reader that knows no end shall fail here, and not take the machine with it.
+void allow_a_gigabyte() {
+  constexpr rlim_t gigabyte = rlim_t{1} << 30U;
+  const rlimit limit{gigabyte, gigabyte};
+  if (measured) (void)::setrlimit(RLIMIT_AS, &limit);
+}
+
+relato load(documento which, const std::string& path) {
+  return en_hijo([&] {
+    allow_a_gigabyte();
+    ventana_de_ficheros window(which);
+    return window.carga(path);
+  });
+}
+
+std::string told_of(const std::string& path, const std::string& message) {
+  return "Error en fichero " + to_lower(path) + ".\r" + message;
+}
+
+// A file of holes, which read as NULs, behind some text.
+void write_sparse(const std::string& path, std::string_view start, std::size_t size) {
+  escribe(path, start);
+  ASSERT_EQ(::truncate(path.c_str(), static_cast<off_t>(size)), 0);
+}
+
+std::string repeat(std::string_view piece, std::size_t size) {
+  std::string text;
+  text.reserve(size);
+  while (text.size() + piece.size() <= size) text += piece;
+  return text;
+}
+
+TEST(enorme, a_file_of_two_gigabytes_is_refused) {
+  const carpeta_temporal folder;
+  constexpr std::size_t two_gigabytes = std::size_t{2} << 30U;
+  for (const std::string_view start :
+       {"", ":020000000A0CE8\r\n", ":020000000A0CE8\r\n:00000001FF\r\n", "; x\n"}) {
+    write_sparse(folder / "enorme", start, two_gigabytes);
+    for (const documento which : {documento::hex, documento::fuente}) {
+      const relato told = load(which, folder / "enorme");
+      EXPECT_EQ(told.text, refusal) << start;
+      expect_cheap(told, std::string(start));
+    }
+  }
+}
+
+// A regular file whose size says 0 and whose content has no end to speak of.
+TEST(enorme, a_file_without_end_is_refused) {
+  if (!measured) GTEST_SKIP() << "the sanitizers' memory has no limit that would stop a reader gone wrong";
+  const std::string path = "/proc/self/pagemap";
+  if (::access(path.c_str(), R_OK) != 0 || !fs::is_regular_file(path))
+    GTEST_SKIP() << "the system shows no such file";
+  for (const documento which : {documento::hex, documento::fuente}) {
+    const relato told = load(which, path);
+    EXPECT_EQ(told.text, refusal);
+    expect_cheap(told, path);
+  }
+}
+
+TEST(enorme, the_longest_hex_file_is_read_and_one_byte_more_is_not) {
+  const carpeta_temporal folder;
+  const std::string end = ":00000001FF\r\n";
+  std::string text = ":020000000A0CE8\r\n";
+  text += repeat(":0000000000\r\n", longest_hex_file - text.size() - end.size());
+  text.append(longest_hex_file - text.size() - end.size(), ' ');
+  text += end;
+  ASSERT_EQ(text.size(), longest_hex_file);
+  escribe(folder / "uno", text);
+  const auto read = [&] {
+    return en_hijo([&] {
+      ventana_de_ficheros window(documento::hex);
+      const std::string boxes = window.carga(folder / "uno");
+      return boxes + " " + hexstr(window.chip().progmem[0], 4);
+    });
+  };
+  relato told = read();
+  EXPECT_EQ(told.text, " 0C0A");
+  expect_cheap(told, "the longest");
+  escribe(folder / "uno", text + " ");
+  told = read();
+  EXPECT_EQ(told.text, std::string(refusal) + " FFFF");
+  expect_cheap(told, "one byte more");
+}
+
+TEST(enorme, the_longest_source_is_read_and_one_byte_more_is_not) {
+  const carpeta_temporal folder;
+  const std::string text = apoyo::texto_de('f', longest_source_file);
+  ASSERT_LT(text.size(), longest_source_file);
+  const std::string file = text + std::string(longest_source_file - text.size(), 'f');
+  const auto read = [&] {
+    return en_hijo([&]() -> std::string {
+      ventana_de_ficheros window(documento::fuente);
+      const std::string boxes = window.carga(folder / "uno");
+      const std::string got = window.source_text();
+      return boxes + (got == file ? " whole" : got.empty() ? " nothing" : " something else");
+    });
+  };
+  escribe(folder / "uno", file);
+  relato told = read();
+  EXPECT_EQ(told.text, " whole");
+  expect_cheap(told, "the longest");
+  escribe(folder / "uno", file + "f");
+  told = read();
+  EXPECT_EQ(told.text, std::string(refusal) + " nothing");
+  expect_cheap(told, "one byte more");
+}
+
+// What a file holds: a start, a piece again and again up to a length, an end.
+struct shape {
+  std::string_view start;
+  std::string_view piece;
+  std::size_t length;
+  std::string_view end;
+};
+
+// In a function of its own, so that the text is not part of the memory that the next process starts with.
+void write_long(const std::string& path, const shape& s) {
+  escribe(path, std::string(s.start).append(repeat(s.piece, s.length)).append(s.end));
+}
+
+TEST(enorme, long_hex_files_of_any_shape_get_their_message) {
+  // Under the sanitizers, which slow every byte down, the shapes alone.
+  constexpr std::size_t ten_megabytes = measured ? 10'000'000 : 100'000;
+  constexpr std::size_t longest = measured ? longest_hex_file - 100 : 100'000;
+  const std::string bad_format = "Formato incorrecto.";
+  const std::string no_end = "No hay código de fin.";
+  const std::string long_record = ":FE000000" + std::string(std::size_t{2} * 0xFE, '0') + "02,";
+  struct row {
+    const char* what;
+    shape file;
+    std::vector<std::string> messages;
+  };
+  const std::vector<row> rows = {
+      {"one line, a record", {":10000000", "0", ten_megabytes, "F0"}, {no_end}},
+      {"one line, a record with a wrong sum",
+       {":10000000", "0", ten_megabytes, ""},
+       {no_end, "Error de checksum."}},
+      {"one line of figures", {"", "0", ten_megabytes, ""}, {bad_format}},
+      {"one line behind a quote", {"\":", "0", ten_megabytes, ""}, {no_end}},
+      {"one line of letters of two bytes", {"", "ñ", longest, ""}, {bad_format}},
+      {"one line, a record of such letters", {":", "ñ", longest, "00"}, {no_end}},
+      {"one line, a record of bytes that are no UTF-8", {":", "\x80", longest, "00"}, {no_end}},
+      {"holes", {"", {"\0", 1}, longest, ""}, {bad_format}},
+      {"blanks", {"", " ", longest, ""}, {bad_format}},
+      {"commas", {"", ",", longest, ""}, {bad_format}},
+      {"line ends", {"", "\n", longest, ""}, {bad_format}},
+      {"empty records", {"", ":0000000000\n", longest, ""}, {no_end}},
+      {"end records with a wrong sum", {"", ":00000001FE\n", longest, ""}, {no_end, "Error de checksum."}},
+      {"long records", {"", long_record, longest, ""}, {no_end}},
+  };
+  const carpeta_temporal folder;
+  for (const row& r : rows) {
+    write_long(folder / "largo", r.file);
+    const relato told = load(documento::hex, folder / "largo");
+    std::string wanted;
+    for (const std::string& message : r.messages)
+      wanted.append(wanted.empty() ? "" : " | ").append(told_of(folder / "largo", message));
+    EXPECT_EQ(told.text, wanted) << r.what;
+    expect_cheap(told, r.what);
+  }
+}
+
+// The text that most bytes of memory come of: each of the file's bytes is three of UTF-8.
+TEST(enorme, long_sources_of_any_shape_are_read) {
+  const carpeta_temporal folder;
+  for (const std::string_view piece :
+       {"\x80", "\n", "\r", "\r\n", "\xC3\xB1", " ", "ETIQ: MOVLW 1 ; uno\n"}) {
+    write_long(folder / "largo", {"", piece, measured ? longest_source_file : 100'000, ""});
+    const relato told = load(documento::fuente, folder / "largo");
+    EXPECT_EQ(told.text, "") << piece;
+    expect_cheap(told, std::string(piece));
+  }
+}
+
+}  // namespace
+}  // namespace estructura

@@ -1,0 +1,237 @@
+// Loading what is no ordinary file, may not be read, or does not hold still: a message, at once, or the
+// content whole.
+#include <algorithm>
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include "common/fichero.h"
+#include "common/texto.h"
+#include "tests/apoyo/carpeta_temporal.h"
+#include "tests/apoyo/usuario.h"
+#include "tests/fuera/documentos.h"
+#include "tests/fuera/hijo.h"
+
+namespace estructura {
+namespace {
+
+namespace fs = std::filesystem;
+using apoyo::carpeta_temporal;
+using apoyo::documento;
+using apoyo::en_hijo;
+using apoyo::escribe;
+using apoyo::lee;
+using apoyo::otro_proceso;
+using apoyo::ventana_de_ficheros;
+
+constexpr const char* refusal = "Error en lectura";
+
+class leer : public testing::TestWithParam<documento> {
+ public:
+  [[nodiscard]] bool source() const { return GetParam() == documento::fuente; }
+  // A file that both readers take: one word, or one line.
+  [[nodiscard]] std::string good_file() const {
+    return source() ? "; bien\r\n" : ":020000000A0CE8\r\n:00000001FF\r\n";
+  }
+  [[nodiscard]] std::string content() {
+    return source() ? window.source_text() : hexstr(window.chip().progmem[0], 4);
+  }
+  [[nodiscard]] std::string good_content() const { return source() ? "; bien" : "0C0A"; }
+  [[nodiscard]] std::string no_content() const { return source() ? "" : "FFFF"; }
+
+  // What a load says and what the document then holds.
+  std::string load(const std::string& path) {
+    const std::string boxes = window.carga(path);
+    return boxes + " [" + content() + "]";
+  }
+  [[nodiscard]] std::string refused() const { return std::string(refusal) + " [" + no_content() + "]"; }
+  [[nodiscard]] std::string loaded() const { return " [" + good_content() + "]"; }
+
+  const carpeta_temporal folder;
+  ventana_de_ficheros window{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(documentos, leer, testing::Values(documento::hex, documento::fuente),
+                         apoyo::nombre_del_caso);
+
+TEST_P(leer, refuses_at_once_what_is_no_file_and_takes_the_next) {
+  escribe(folder / "bien", good_file());
+  escribe(folder / "vacio", "");
+  fs::create_directory(folder / "carpeta");
+  fs::create_symlink("circulo", folder / "circulo");
+  fs::create_symlink("no hay", folder / "al vacio");
+  fs::create_symlink("mudo", folder / "a fifo");
+  for (const char* name : {"fifo", "mudo"}) ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+  const int silent = ::open((folder / "mudo").c_str(), O_RDWR);
+  ASSERT_GE(silent, 0) << "somebody who has the pipe open and writes nothing";
+  const std::string socket_name = folder / "socket";
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(socket_name.size(), sizeof address.sun_path);
+  std::copy(socket_name.begin(), socket_name.end(), address.sun_path);
+  ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+
+  const std::vector<std::string> paths = {
+      folder / "no hay",
+      folder / "carpeta",
+      folder / "carpeta/",
+      folder / "bien/uno",
+      folder / "circulo",
+      folder / "al vacio",
+      folder / "fifo",
+      folder / "mudo",
+      folder / "a fifo",
+      folder / "socket",
+      folder / "vacio",
+      "/dev/zero",
+      "/dev/null",
+      "/dev/full",
+      "/dev/urandom",
+      "/dev/tty",
+      "/dev/ptmx",
+      "/proc/self/mem",
+      "/proc",
+      "/proc/kmsg",
+      "/proc/self/fd/0/x",
+      folder / std::string(300, 'n'),
+  };
+  for (const std::string& path : paths) {
+    const auto told = en_hijo([&] {
+      const std::string first = load(path);
+      return first + load(folder / "bien");
+    });
+    EXPECT_EQ(told.text, refused() + loaded()) << path;
+    EXPECT_LT(told.cpu_s, 1.0) << path;
+  }
+  ::close(silent);
+  ::close(socket);
+}
+
+TEST_P(leer, takes_nothing_out_of_a_fifo) {
+  const std::string path = folder / "fifo";
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const int reader = ::open(path.c_str(), O_RDONLY | O_NONBLOCK);
+  escribe(path, good_file());
+  EXPECT_EQ(en_hijo([&] { return load(path); }).text, refused());
+  std::string waiting(1000, '?');
+  const ssize_t length = ::read(reader, waiting.data(), waiting.size());
+  ASSERT_GE(length, 0);
+  EXPECT_EQ(waiting.substr(0, static_cast<std::size_t>(length)), good_file());
+  ::close(reader);
+}
+
+TEST_P(leer, refuses_what_may_not_be_read) {
+  escribe(folder / "secreto", good_file());
+  escribe(folder / "oculta/uno", good_file());
+  ASSERT_TRUE(apoyo::give_to_ordinary_user(folder.path().c_str()));
+  for (const char* name : {"secreto", "oculta", "oculta/uno"})
+    ASSERT_TRUE(apoyo::give_to_ordinary_user((folder / name).c_str()));
+  const auto as_user = [&](const char* name) {
+    return en_hijo([&] { return apoyo::become_ordinary_user() ? load(folder / name) : "<administrator>"; })
+        .text;
+  };
+  EXPECT_EQ(as_user("secreto"), loaded());
+  EXPECT_EQ(as_user("oculta/uno"), loaded());
+  ASSERT_EQ(::chmod((folder / "secreto").c_str(), 0200), 0);
+  ASSERT_EQ(::chmod((folder / "oculta").c_str(), 0600), 0);
+  EXPECT_EQ(as_user("secreto"), refused());
+  EXPECT_EQ(as_user("oculta/uno"), refused());
+}
+
+// What the system makes up as it is read is a regular file of size 0.
+TEST_P(leer, takes_a_file_of_the_system) {
+  if (!fs::is_regular_file("/proc/version")) GTEST_SKIP() << "the system has no such file";
+  const std::string boxes = window.carga("/proc/version");
+  if (source()) {
+    EXPECT_EQ(boxes, "");
+    EXPECT_TRUE(content().starts_with("Linux version ")) << content();
+  } else {
+    EXPECT_EQ(boxes, "Error en fichero /proc/version.\rFormato incorrecto.");
+  }
+}
+
+TEST_P(leer, is_not_stopped_by_the_locks_of_others) {
+  escribe(folder / "bien", good_file());
+  const int file = ::open((folder / "bien").c_str(), O_RDWR);
+  ASSERT_GE(file, 0);
+  ASSERT_EQ(::flock(file, LOCK_EX), 0);
+  struct flock whole {};
+  whole.l_type = F_WRLCK;
+  ASSERT_EQ(::fcntl(file, F_SETLK, &whole), 0);
+  EXPECT_EQ(en_hijo([&] { return load(folder / "bien"); }).text, loaded());
+  ::close(file);
+}
+
+TEST_P(leer, waits_a_moment_for_a_lease_and_no_longer) {
+  escribe(folder / "bien", good_file());
+  auto holder = apoyo::arrienda(folder / "bien", true);
+  if (!holder) GTEST_SKIP() << "the system gives no leases here";
+  EXPECT_EQ(en_hijo([&] { return load(folder / "bien"); }).text, loaded());
+  holder.reset();
+  holder = apoyo::arrienda(folder / "bien", false);
+  ASSERT_TRUE(holder);
+  EXPECT_EQ(en_hijo([&] { return load(folder / "bien"); }).text, refused());
+}
+
+TEST_P(leer, finds_a_file_that_comes_and_goes_whole_or_not_at_all) {
+  const std::string path = folder / "viene y va";
+  const otro_proceso coming_and_going([&] {
+    for (;;) {
+      escribe(folder / "bien", good_file());
+      ::rename((folder / "bien").c_str(), path.c_str());
+      ::unlink(path.c_str());
+    }
+  });
+  for (int i = 0; i < 150; ++i) {
+    const std::string told = load(path);
+    ASSERT_TRUE(told == loaded() || told == refused()) << told;
+    // Nothing of this load may be taken for the next one's.
+    window.pon(apoyo::tomo::chico);
+    window.carga(folder / "no hay");
+  }
+}
+
+// The file has one of two lengths at any moment, and a read that began with the one does not end with the
+// other. Long enough that most changes come in the middle of a read.
+TEST(leer_fichero, never_mixes_two_states_of_a_file_that_shrinks_and_grows) {
+  const carpeta_temporal folder;
+  const std::string path = folder / "uno";
+  constexpr std::size_t longest = std::size_t{32} << 20U;
+  constexpr unsigned seed = 20240612;
+  escribe(path, std::string(longest, 'x'));
+  const otro_proceso changing([&] {
+    std::mt19937 random(seed);
+    // Never twice within the grain of the file's time, by which a change is seen.
+    const auto pause = [&random] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10 + random() % 30));
+    };
+    for (;;) {
+      pause();
+      if (::truncate(path.c_str(), longest / 2) != 0) return;
+      pause();
+      if (::truncate(path.c_str(), longest) != 0) return;
+    }
+  });
+  int whole = 0;
+  for (int i = 0; i < 100; ++i) {
+    std::string bytes;
+    if (!lee_fichero(path, bytes, longest)) continue;
+    ASSERT_TRUE(bytes.size() == longest || bytes.size() == longest / 2) << bytes.size();
+    ++whole;
+  }
+  EXPECT_GT(whole, 0);
+}
+
+}  // namespace
+}  // namespace estructura
