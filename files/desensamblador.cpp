@@ -10,7 +10,7 @@ namespace {
 constexpr const char* no_text = "???";
 
 std::string operand_text(const instruction& row, int word) {
-  const std::string file = hexstr(word & 0x1F, 2);
+  std::string file = hexstr(word & 0x1F, 2);
   switch (row.operands) {
     case form::none: return {};
     case form::port: return hexstr(word & 7, 1);

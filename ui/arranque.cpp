@@ -15,6 +15,7 @@ void Estructura::load() {
   if (first_start) {
     select_device(chip_, default_device);
     std::vector<std::string> names;
+    names.reserve(catalogue.size());
     for (const catalogue_row& row : catalogue) names.emplace_back(row.name);
     at(id::PIC).set_rows(std::move(names));
     chip_.progmem.fill(unprogrammed);
@@ -52,6 +53,7 @@ void Estructura::show_device() {
 
   for (int half = 0; half < 2; ++half) {
     std::vector<std::string> addresses;
+    addresses.reserve(16);
     for (int i = 0; i < 16; ++i) addresses.push_back(hexstr(half * 16 + i, 2));
     at(id::dirmd, half).set_rows(std::move(addresses));
   }

@@ -155,6 +155,24 @@ TEST(regen, faults_where_a_period_does_not_fit_32_bits) {
   }
 }
 
+TEST(regen, takes_a_period_up_to_the_very_edge_of_32_bits) {
+  struct edge {
+    double cycles;
+    bool fault;
+  };
+  for (const edge& e :
+       {edge{2147483647, false}, edge{2147483648, true}, edge{-2147483648, false}, edge{-2147483649, true}}) {
+    chipstate chip = machine("16C57");
+    chip.cpu.option = 0x20;
+    quiet view;
+    view.env.set_frequencies(e.cycles, 250);
+    EXPECT_EQ(apoyo::faults([&] { regen(chip, view); }), e.fault) << e.cycles;
+    if (!e.fault) {
+      EXPECT_EQ(chip.tockiperiod, e.cycles);
+    }
+  }
+}
+
 TEST(chipstate, has_no_cell_outside_its_arrays) {
   chipstate chip = machine("16C57");
   EXPECT_TRUE(apoyo::faults([&] { chip.progmem[2048] = 0; }));

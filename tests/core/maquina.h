@@ -10,6 +10,7 @@
 // one.
 #pragma once
 
+#include <array>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -242,6 +243,7 @@ TEST(extlinfic, survives_a_line_of_any_length) {
 }
 
 // What a line of single-byte characters means, read field by field with the library's own conversion.
+constexpr int fault = -1;
 struct meaning {
   int code;
   stored words;
@@ -269,33 +271,55 @@ meaning meaning_of(const std::string& line, int progmask) {
   meaning out{0, {}};
   bool too_wide = false;
   for (int i = 0; i < count; ++i) {
-    const auto at = static_cast<std::size_t>(4 * i);
+    const std::size_t at = static_cast<std::size_t>(i) * 4;
     const int low = leading_hex(padded.substr(at, 2));
     const int high = leading_hex(padded.substr(at + 2, 2));
     sum += low + high;
     too_wide = too_wide || high > 15;
-    if (!too_wide) out.words.emplace_back(first + i, high * 256 + low);
+    if (too_wide) continue;
+    if (first + i >= program_words) return {fault, out.words};
+    out.words.emplace_back(first + i, high * 256 + low);
   }
   out.code = too_wide ? 3 : (sum % 256 == 0 ? 0 : 2);
   return out;
 }
 
+int code_or_fault(chipstate& chip, const std::string& line) {
+  try {
+    return extlinfic(chip, line);
+  } catch (const fallo&) {
+    return fault;
+  }
+}
+
 TEST(extlinfic, every_byte_of_a_record_changed_to_every_other) {
-  const std::vector<std::string> originals = {":04000000250C000AC1", ":0203FE00000AF3", ":00000001FF"};
-  for (const std::string& original : originals) {
-    for (std::size_t at = 0; at < original.size(); ++at) {
-      for (int byte = 0; byte < 256; ++byte) {
-        std::string line = original;
-        line[at] = static_cast<char>(byte);
-        chipstate chip = empty_chip();
-        chipstate wanted = chip;
-        const meaning means = meaning_of(line, 2047);
-        for (const auto& [address, word] : means.words) apoyo::put(wanted, address, {word});
-        ASSERT_EQ(extlinfic(chip, line), means.code) << line << ", byte " << byte << " at " << at;
-        ASSERT_EQ(differences(chip, wanted), "") << line << ", byte " << byte << " at " << at;
+  const std::vector<std::string> originals = {":04000000250C000AC1", ":0203FE00000AF3", ":00000001FF",
+                                              // Eight words, and two at the end of the largest memory.
+                                              ":100000006A00000C06006600010CA601AA0209099C",
+                                              record(4, 0xFFC, 0, "250C000A")};
+  std::map<int, int> met;
+  for (const int device_index : {index_16c57, index_16c56, index_16c54}) {
+    const chipstate empty = empty_chip(device_index);
+    for (const std::string& original : originals) {
+      for (std::size_t at = 0; at < original.size(); ++at) {
+        for (int byte = 0; byte < 256; ++byte) {
+          std::string line = original;
+          line[at] = static_cast<char>(byte);
+          chipstate chip = empty;
+          chipstate wanted = empty;
+          const meaning means = meaning_of(line, empty.devmodel.progmask);
+          for (const auto& [address, word] : means.words) apoyo::put(wanted, address, {word});
+          ASSERT_EQ(code_or_fault(chip, line), means.code) << line << ", byte " << byte << " at " << at;
+          if (!(chip == wanted)) {
+            ASSERT_EQ(differences(chip, wanted), "") << line << ", byte " << byte << " at " << at;
+          }
+          ++met[means.code];
+        }
       }
     }
   }
+  for (const int code : {fault, 0, 1, 2, 3, 4, 5})
+    EXPECT_GT(met[code], 0) << "no line of this test has the code " << code;
 }
 
 }  // namespace

@@ -19,7 +19,6 @@ namespace estructura {
 namespace {
 
 using apoyo::carpeta_temporal;
-using apoyo::lee;
 
 constexpr int device_count = 7;
 

@@ -13,7 +13,6 @@ namespace estructura {
 namespace {
 
 using apoyo::carpeta_temporal;
-using apoyo::escribe;
 using apoyo::lee;
 
 // Rows of the table. A digit of the result is a number, or a rule.

@@ -11,7 +11,6 @@
 namespace estructura {
 namespace {
 
-using apoyo::differences;
 using apoyo::ventana;
 
 struct row {

@@ -232,12 +232,18 @@ TEST(pin, takes_the_new_state_of_its_box) {
 }
 
 TEST(pin, of_an_output_cannot_be_clicked) {
-  ventana w;
-  w.view.poke().cpu.trisb = 0xFE;
+  ventana w("12C508");
+  chipstate& chip = w.view.poke();
+  chip.cpu.trisb = 0xFE;
+  chip.cpu.option = 0x00;
   w.view.refresh();
+  w.view.poke().sleeping = true;
+  w.view.focus(id::por);
   w.view.click(id::PB, 0);
   EXPECT_EQ(w.chip().pinb, 0);
   EXPECT_FALSE(w.value("PB(0)"));
+  EXPECT_TRUE(w.chip().sleeping);
+  EXPECT_EQ(w.focused(), "por");
 }
 
 TEST(ciclos, is_cleared_by_a_double_click) {

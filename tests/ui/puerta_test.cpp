@@ -296,6 +296,16 @@ TEST(fault, is_a_frequency_that_does_not_fit) {
   expect_one_fault(w);
 }
 
+TEST(fault, in_a_view_is_told_to_whoever_looks) {
+  ventana w;
+  // A machine that no device is: FSR points past the banks.
+  w.view.poke().devmodel.datamask = 0x7FF;
+  w.view.poke().regs[reg_fsr] = 0x7FF;
+  w.view.refresh();
+  (void)w.view.look(id::INDF);
+  expect_one_fault(w);
+}
+
 // --- The end
 
 TEST(end, comes_once_and_nothing_works_behind_it) {
