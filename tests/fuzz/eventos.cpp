@@ -10,18 +10,17 @@
 
 #include "common/texto.h"
 #include "files/desensamblador.h"
+#include "tests/apoyo/gestos.h"
 #include "tests/fuzz/objetivo.h"
 #include "ui/estructura.h"
 
 namespace {
 
 using namespace estructura;
+using apoyo::gesto;
+using apoyo::gesto_al_azar;
 using fuzz::must;
 namespace fs = std::filesystem;
-
-constexpr std::array<std::string_view, 14> texts = {
-    "",   "0",   "1F",        "7FF",   "FFFF",  "MOVLW 5", "GOTO 0",
-    "-1", "1e9", "BCF 5,234", "12345", "x\r\n", "4000",    "LÍO: NOP ; ñ\r\n GOTO LÍO\r\n"};
 
 // Answers as the input says, and lets the person act between two steps of a run.
 class host final : public anfitrion {
@@ -111,34 +110,23 @@ void check_list(Estructura& window) {
 }
 
 void act(Estructura& window, fuzz::decisions& input) {
-  const auto which = static_cast<id>(input.below(id_count));
-  const int member = input.below(declared(which).count);
-  switch (declared(which).is) {
-    case kind::button:
-    case kind::check:
-    case kind::option: window.click(which, member); break;
-    case kind::text:
-      switch (input.below(6)) {
-        case 0: window.enter(which); break;
-        case 1: window.select(which, input.below(40), input.below(40)); break;
-        case 2: window.click_text(which, input.below(2000)); break;
-        case 3: window.keyup_text(which, input.below(2000)); break;
-        case 4: window.type(which, from_windows1252(input.text(20))); break;
-        default: window.type(which, texts[static_cast<std::size_t>(input.below(texts.size()))]); break;
-      }
+  const gesto one = gesto_al_azar(input);
+  switch (one.what) {
+    case gesto::que::click: window.click(one.which, one.index); break;
+    case gesto::que::enter: window.enter(one.which); break;
+    case gesto::que::select: window.select(one.which, one.place, one.length); break;
+    case gesto::que::click_text: window.click_text(one.which, one.place); break;
+    case gesto::que::keyup_text: window.keyup_text(one.which, one.place); break;
+    case gesto::que::type: window.type(one.which, one.text); break;
+    case gesto::que::click_row: window.click_row(one.which, one.index, one.place, one.control_held); break;
+    case gesto::que::dblclick_row: window.dblclick_row(one.which, one.index, one.place); break;
+    case gesto::que::pick:
+      window.pick(one.which, window.look(one.which).rows()[static_cast<std::size_t>(one.place)]);
       break;
-    case kind::list:
-      if (input.below(3) == 0)
-        window.dblclick_row(which, member, input.below(2049));
-      else
-        window.click_row(which, member, input.below(2049), input.below(2) == 1);
-      break;
-    case kind::combo:
-      window.pick(which, window.look(which).rows()[static_cast<std::size_t>(input.below(7))]);
-      break;
-    case kind::picture: window.press_map(input.below(2100)); break;
-    case kind::label: window.dblclick(which, member); break;
-    case kind::frame: input.below(2) == 0 ? window.blur() : window.focus(id::MP); break;
+    case gesto::que::press: window.press_map(one.place); break;
+    case gesto::que::dblclick: window.dblclick(one.which, one.index); break;
+    case gesto::que::focus: window.focus(one.which, one.index); break;
+    case gesto::que::blur: window.blur(); break;
   }
 }
 

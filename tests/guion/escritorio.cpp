@@ -24,6 +24,7 @@ answer escritorio::ask(box kind, std::string_view text) {
   if (kind != box::fault) shown.append(" ").append(text);
   boxes.push_back(shown);
   if (kind != box::yesno && kind != box::yesnocancel) return answer::ok;
+  asking(kind);
 
   // The way out that changes least, for the action to end by when the script did not foresee the question.
   const answer way_out = kind == box::yesno ? answer::no : answer::cancel;
@@ -45,6 +46,7 @@ std::string escritorio::choose(bool save, std::string_view filter, std::string_v
   std::string shown = save ? "save" : "open";
   for (const std::string_view part : {filter, extension, proposed}) shown.append("|").append(part);
   dialogs.push_back(shown);
+  choosing(proposed);
   if (paths.empty()) {
     unexpected("a file dialog with no path waiting: " + impreso(texto(shown)));
     return {};

@@ -31,6 +31,10 @@ struct escritorio {
   std::string clipboard;             ///< where the toolkit has none
   int granted = 1;                   ///< steps that the run may take before it yields to the host again
 
+  /// A question, or a file dialog with its proposed name, comes up: the last moment to queue what it is
+  /// given.
+  std::function<void(box)> asking = [](box) {};
+  std::function<void(std::string_view)> choosing = [](std::string_view) {};
   /// Something was asked that the script has no answer for.
   std::function<void(std::string)> unexpected = [](const std::string&) {};
   /// So many yields have passed; answers how many more may pass before the script has something to do.

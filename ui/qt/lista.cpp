@@ -225,8 +225,11 @@ void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void vista_lista::mouseDoubleClickEvent(QMouseEvent* event) {
+  // The second press of two: where nothing else is made of it, it is a click as the first was. Qt gives the
+  // list the focus again, which that first click may have passed on.
+  if (!doble_click) return mousePressEvent(event);
   const QModelIndex index = indexAt(event->position().toPoint());
-  if (event->button() == Qt::LeftButton && index.isValid() && doble_click) doble_click(index.row());
+  if (event->button() == Qt::LeftButton && index.isValid()) doble_click(index.row());
 }
 
 bool vista_lista::mueve_cursor(int key) {
