@@ -18,6 +18,11 @@ if(ESTRUCTURA_SANITIZE)
   # g++ 12 sees null pointers of its own making once the sanitizers have instrumented the code.
   target_compile_options(estructura_warnings INTERFACE -Wno-null-dereference)
 endif()
+if(ESTRUCTURA_COVERAGE)
+  # Little is optimized, so that lines are still lines, but the tests that look at processor time pass.
+  target_compile_options(estructura_warnings INTERFACE --coverage -fprofile-abs-path -Og)
+  target_link_options(estructura_warnings INTERFACE --coverage)
+endif()
 if(ESTRUCTURA_FUZZ)
   target_compile_options(estructura_warnings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
