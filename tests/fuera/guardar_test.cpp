@@ -206,7 +206,7 @@ TEST_P(guardar, keeps_the_old_file_on_a_full_disk_and_saves_once_there_is_room) 
     // Old file 1 page, filler 3, new file 3.
     if (!apoyo::mount_small_disk(folder.path(), 5, 10)) return no_disk;
     put_old(path);
-    escribe(folder / "relleno", std::string(3 * 4096, 'r'));
+    escribe(folder / "relleno", std::string(std::size_t{3} * 4096, 'r'));
     const std::string before = retrato(folder.path());
     std::string story = save(path);
     story += retrato(folder.path()) == before ? " whole " : " CHANGED ";
@@ -224,7 +224,7 @@ TEST_P(guardar, keeps_the_old_file_on_a_full_disk_in_a_closed_folder) {
   const auto told = en_hijo([&]() -> std::string {
     if (!apoyo::mount_small_disk(folder.path(), 5, 10)) return no_disk;
     put_old(path);
-    escribe(folder / "relleno", std::string(3 * 4096, 'r'));
+    escribe(folder / "relleno", std::string(std::size_t{3} * 4096, 'r'));
     if (::chmod(folder.path().c_str(), 0755) != 0) return "<chmod>";
     const auto as_user = [&] { return become_ordinary_user() ? save(path) : "<administrator>"; };
     const std::string before = retrato(folder.path());

@@ -30,7 +30,6 @@ using apoyo::carpeta_temporal;
 using apoyo::documento;
 using apoyo::en_hijo;
 using apoyo::escribe;
-using apoyo::lee;
 using apoyo::otro_proceso;
 using apoyo::ventana_de_ficheros;
 

@@ -54,8 +54,8 @@ TEST(sobras, make_room_before_the_save_needs_it) {
   const carpeta_temporal folder;
   const auto saved = apoyo::on_small_disk(folder.path(), 4, 10, [&] {
     escribe(folder / "uno", "old");
-    escribe(folder / leftover_name(0), std::string(2 * 4096, 'h'));
-    return guarda_fichero(folder / "uno", std::string(2 * 4096, 'n')) && folder.entries() == 1;
+    escribe(folder / leftover_name(0), std::string(std::size_t{2} * 4096, 'h'));
+    return guarda_fichero(folder / "uno", std::string(std::size_t{2} * 4096, 'n')) && folder.entries() == 1;
   });
   if (!saved) GTEST_SKIP() << "the system lets this test mount no disk";
   EXPECT_TRUE(*saved);
