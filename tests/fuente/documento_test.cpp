@@ -61,6 +61,15 @@ TEST_F(source_document, keeps_the_encoding_it_was_loaded_in) {
             "ana\r\n");
 }
 
+TEST_F(source_document, keeps_its_encoding_when_its_text_is_disassembled_anew) {
+  escribe(folder / "uno.asm", latin);
+  load(folder / "uno.asm");
+  window.click(id::desensamblar);
+  window.type(id::source, "; año");
+  save(folder / "uno.asm");
+  EXPECT_EQ(lee(folder / "uno.asm"), latin);
+}
+
 TEST_F(source_document, begins_in_utf8_again_when_it_begins_anew) {
   const auto begin_anew = {
       +[](source_document& t) { t.window.click(id::borrarasm); },

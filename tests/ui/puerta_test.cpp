@@ -324,6 +324,18 @@ TEST(end, comes_once_and_nothing_works_behind_it) {
   EXPECT_EQ(w.text("FREC"), "4000");
 }
 
+TEST(end, stops_a_run_before_it_asks_about_documents) {
+  ventana w;
+  w.view.type(id::source, "NOP");
+  w.store(0, {0x000, 0xA00});
+  w.stand_at(0);
+  std::vector<bool> running;
+  w.desktop.at_box = [&] { running.push_back(w.chip().running); };
+  w.desktop.at_turn(4, [&] { w.view.close_request(); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(running, std::vector<bool>{false});
+}
+
 TEST(end, stops_a_run_after_its_step) {
   for (const bool by_button : {false, true}) {
     ventana w;
