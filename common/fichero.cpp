@@ -1,5 +1,6 @@
 #include "common/fichero.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -128,7 +129,8 @@ bool folder_refuses(int error) {
 bool make_room(int fd, off_t size, off_t old_size) {
   if (size == 0 || ::fallocate(fd, 0, 0, size) == 0) return true;
   if (errno == EOPNOTSUPP || errno == ENOSYS) return true;
-  (void)::ftruncate(fd, old_size);
+  // A disk that does not even take this back leaves nothing else to try.
+  [[maybe_unused]] const int taken_back = ::ftruncate(fd, old_size);
   return false;
 }
 
@@ -235,30 +237,41 @@ bool existe(const std::string& path) {
   return fs::exists(fs::path(path), error);
 }
 
-bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most) {
+bool lee_principio(const std::string& path, std::string& bytes, std::size_t most, bool& whole) {
   bytes.clear();
+  whole = false;
   struct stat before {};
   const descriptor file(open_regular(path.c_str(), before));
   if (!file.open()) return false;
   const auto size = static_cast<std::size_t>(before.st_size);
-  if (size > most) return false;
 
   std::string content;
-  content.reserve(size);
+  content.reserve(std::min(size, most));
   std::array<char, 65536> block{};
   // Until the end and not until the size: what the system makes up as it is read (/proc) has size 0.
-  for (;;) {
+  while (content.size() <= most) {
     const ssize_t count = ::read(file.get(), block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return false;
     if (count == 0) break;
     content.append(block.data(), static_cast<std::size_t>(count));
-    if (content.size() > most) return false;
   }
   struct stat after {};
   if (::fstat(file.get(), &after) != 0 || !same_content(before, after)) return false;
+  const bool longer = content.size() > most;
+  // It has no size to speak of, so nobody knows where it ends.
+  if (longer && size <= most) return false;
+  if (longer) content.resize(most);
+  whole = !longer;
   bytes = std::move(content);
   return true;
+}
+
+bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most) {
+  bool whole = false;
+  if (lee_principio(path, bytes, most, whole) && whole) return true;
+  bytes.clear();
+  return false;
 }
 
 bool guarda_fichero(const std::string& path, std::string_view bytes) {

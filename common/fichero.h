@@ -27,6 +27,10 @@ bool existe(const std::string& path);
 /// regular file, cannot be read, holds more than `most` bytes, or was changed by somebody while it was read.
 [[nodiscard]] bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most);
 
+/// The same of a file of any length: of one that holds more than `most` bytes only so many of its first ones.
+/// `whole` says whether that is all of it.
+[[nodiscard]] bool lee_principio(const std::string& path, std::string& bytes, std::size_t most, bool& whole);
+
 /// Replaces the file's content, through symbolic links and keeping its permissions. The bytes are written
 /// beside it, forced to disk and renamed over it, so that the old file stays whole until the new one is; only
 /// where the folder takes no new file is the old one written in place, once the disk has room for all of it.

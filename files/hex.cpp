@@ -104,7 +104,10 @@ const char* message_of(int code) {
   }
 }
 
-void take_items(chipstate& chip, std::string_view text, std::vector<std::string>& messages) {
+/// Takes item after item until a code ends the reading, with its message if it has one, or the text does.
+/// `whole`: the text is all of the file; the end of a part of it is not to be spoken of. Whether a code ended
+/// the reading.
+bool take_items(chipstate& chip, std::string_view text, bool whole, std::vector<std::string>& messages) {
   bool checksum_error = false;
   for (item_reader items(text); !items.at_end();) {
     const int code = extlinfic(chip, items.next());
@@ -113,11 +116,13 @@ void take_items(chipstate& chip, std::string_view text, std::vector<std::string>
     } else if (code != hex_accepted) {
       // The checksums of a file that was read to its end record, or given up, are deliberately not spoken of.
       if (const char* message = message_of(code)) messages.emplace_back(message);
-      return;
+      return true;
     }
   }
+  if (!whole) return false;
   messages.emplace_back("No hay código de fin.");
   if (checksum_error) messages.emplace_back("Error de checksum.");
+  return false;
 }
 
 }  // namespace
@@ -175,10 +180,13 @@ int extlinfic(chipstate& chip, std::string_view text) {
 hex_reading carga(chipstate& chip, const std::string& path) {
   hex_reading met;
   std::string bytes;
-  if (!lee_fichero(localiza(path), bytes, longest_hex_file)) {
+  bool whole = false;
+  if (!lee_principio(localiza(path), bytes, longest_hex_file, whole)) {
     met.failed = true;
     return met;
   }
+  // The last line of a part may be half a line.
+  if (!whole) bytes.resize(bytes.find_last_of("\r\n") + 1);
   codificacion encoding{};
   const std::string text = decodifica(bytes, encoding);
   // A file without a single item has nothing to read its first one from.
@@ -187,7 +195,8 @@ hex_reading carga(chipstate& chip, const std::string& path) {
     return met;
   }
   try {
-    take_items(chip, text, met.messages);
+    const bool ended = take_items(chip, text, whole, met.messages);
+    met.failed = !whole && !ended;
   } catch (const fallo&) {
     met.failed = true;
   }

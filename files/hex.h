@@ -53,13 +53,13 @@ void crealin(int address, const std::array<std::uint16_t, 8>& words, std::string
 /// the words before it stored.
 [[nodiscard]] int extlinfic(chipstate& chip, std::string_view line);
 
-/// The bytes that a HEX file may have to be read at all: over a thousand times the longest that `salva`
-/// writes, and room for those of the biggest chips, whose reader shall be told that they are meant for
-/// another.
+/// The bytes of a HEX file that are read: over a thousand times the longest that `salva` writes, and room for
+/// those of the biggest chips, whose reader shall be told that they are meant for another.
 inline constexpr std::size_t longest_hex_file = std::size_t{16} << 20U;
 
 /// Reads a file into program memory, in the encodings and line ends that `common/fichero.h` knows. The name
-/// may differ from the file's in case. One longer than `longest_hex_file` is not read.
+/// may differ from the file's in case. Of one longer
+/// than `longest_hex_file` only the beginning is; where no record in it ends the reading, the reading fails.
 [[nodiscard]] hex_reading carga(chipstate& chip, const std::string& path);
 
 /// What turns the words of one record into its line; `crealin` or a relative of it.

@@ -10,6 +10,7 @@
 
 #include "files/hex.h"
 #include "tests/apoyo/carpeta_temporal.h"
+#include "tests/apoyo/diferencias.h"
 #include "tests/apoyo/memoria.h"
 #include "tests/apoyo/usuario.h"
 
@@ -52,7 +53,7 @@ void check(const std::vector<file_row>& rows) {
     const hex_reading met = carga(chip, folder / "uno.hex");
     EXPECT_EQ(met.messages, r.said) << r.content;
     EXPECT_EQ(met.failed, r.failed) << r.content;
-    EXPECT_EQ(differences(chip, wanted), "") << r.content;
+    EXPECT_EQ(differences(wanted, chip), "") << r.content;
   }
 }
 
@@ -153,7 +154,7 @@ TEST(carga, fails_past_the_end_of_memory_with_the_words_before_kept) {
   const hex_reading met = carga(chip, folder / "uno.hex");
   EXPECT_TRUE(met.failed);
   EXPECT_EQ(met.messages, messages{});
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
 }
 
 TEST(carga, takes_text_in_any_encoding) {
@@ -188,7 +189,7 @@ TEST(carga, leaves_memory_that_the_file_does_not_name) {
   chipstate wanted = chip;
   apoyo::put(wanted, 0x1FF, {0xA00});
   EXPECT_FALSE(carga(chip, folder / "uno.hex").failed);
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
 }
 
 TEST(carga, fails_where_there_is_no_file_to_read) {
@@ -200,7 +201,7 @@ TEST(carga, fails_where_there_is_no_file_to_read) {
     const hex_reading met = carga(chip, path);
     EXPECT_TRUE(met.failed) << path;
     EXPECT_EQ(met.messages, messages{}) << path;
-    EXPECT_EQ(differences(chip, empty_chip()), "") << path;
+    EXPECT_EQ(differences(empty_chip(), chip), "") << path;
   }
 }
 

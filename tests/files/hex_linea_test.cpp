@@ -7,7 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "common/texto.h"
 #include "files/hex.h"
+#include "tests/apoyo/diferencias.h"
 #include "tests/apoyo/memoria.h"
 
 namespace estructura {
@@ -36,7 +38,7 @@ void check(const std::vector<line_row>& rows) {
     chipstate wanted = chip;
     for (const auto& [address, word] : r.words) apoyo::put(wanted, address, {word});
     EXPECT_EQ(extlinfic(chip, r.line), r.code) << r.line;
-    EXPECT_EQ(differences(chip, wanted), "") << r.line;
+    EXPECT_EQ(differences(wanted, chip), "") << r.line;
   }
 }
 
@@ -162,7 +164,7 @@ TEST(extlinfic, stores_as_many_zeros_as_a_record_without_data_counts) {
   chipstate wanted = chip;
   for (int i = 0; i < 126; ++i) apoyo::put(wanted, i, {0});
   EXPECT_EQ(extlinfic(chip, ":FC"), 2);
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
 }
 
 TEST(extlinfic, ignores_what_stands_behind_the_data_but_the_last_two_characters) {
@@ -215,11 +217,11 @@ TEST(extlinfic, faults_past_the_end_of_memory_with_the_words_before_stored) {
   chipstate wanted = chip;
   apoyo::put(wanted, 0x7FF, {0xC25});
   EXPECT_THROW((void)extlinfic(chip, record(4, 0xFFE, 0, "250C000A")), fallo);
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
   // A word that is too wide is met before its place.
   chip = empty_chip();
   EXPECT_EQ(extlinfic(chip, record(4, 0xFFE, 0, "250C0010")), 3);
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
 }
 
 TEST(extlinfic, takes_the_longest_record) {
@@ -232,14 +234,14 @@ TEST(extlinfic, takes_the_longest_record) {
   // FF bytes are 127.5 words, which round to 128.
   chipstate chip = empty_chip();
   EXPECT_EQ(extlinfic(chip, record(0xFF, 0x200, 0, data)), 0);
-  EXPECT_EQ(differences(chip, wanted), "");
+  EXPECT_EQ(differences(wanted, chip), "");
 }
 
 TEST(extlinfic, survives_a_line_of_any_length) {
   chipstate chip = empty_chip();
   EXPECT_EQ(extlinfic(chip, ":" + std::string(1000000, '0')), 0);
   EXPECT_EQ(extlinfic(chip, ":" + std::string(1000000, 'F')), 4);
-  EXPECT_EQ(differences(chip, empty_chip()), "");
+  EXPECT_EQ(differences(empty_chip(), chip), "");
 }
 
 // What a line of single-byte characters means, read field by field with the library's own conversion.
@@ -311,7 +313,7 @@ TEST(extlinfic, every_byte_of_a_record_changed_to_every_other) {
           for (const auto& [address, word] : means.words) apoyo::put(wanted, address, {word});
           ASSERT_EQ(code_or_fault(chip, line), means.code) << line << ", byte " << byte << " at " << at;
           if (!(chip == wanted)) {
-            ASSERT_EQ(differences(chip, wanted), "") << line << ", byte " << byte << " at " << at;
+            ASSERT_EQ(differences(wanted, chip), "") << line << ", byte " << byte << " at " << at;
           }
           ++met[means.code];
         }

@@ -7,6 +7,7 @@
 #include "files/desensamblador.h"
 #include "files/hex.h"
 #include "tests/apoyo/carpeta_temporal.h"
+#include "tests/apoyo/diferencias.h"
 #include "tests/apoyo/memoria.h"
 
 namespace estructura {
@@ -41,7 +42,7 @@ TEST(there_and_back, a_saved_memory_loads_again_on_every_device) {
       const hex_reading met = carga(back, folder / "m.hex");
       EXPECT_FALSE(met.failed);
       EXPECT_TRUE(met.messages.empty());
-      EXPECT_EQ(apoyo::differences(back, chip), "")
+      EXPECT_EQ(apoyo::differences(chip, back), "")
           << "device " << index << ", " << percent << " %, seed " << seed;
       // And what was saved is what is saved again.
       ASSERT_TRUE(salva(back, folder / "n.hex"));

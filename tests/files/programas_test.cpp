@@ -7,6 +7,7 @@
 #include "files/desensamblador.h"
 #include "files/hex.h"
 #include "tests/apoyo/carpeta_temporal.h"
+#include "tests/apoyo/diferencias.h"
 #include "tests/apoyo/memoria.h"
 
 namespace estructura {
@@ -89,7 +90,7 @@ TEST(programs_of_another_assembler, load_word_by_word_without_a_message) {
     const hex_reading met = carga(chip, path_of(p));
     EXPECT_FALSE(met.failed) << p.file;
     EXPECT_TRUE(met.messages.empty()) << p.file;
-    EXPECT_EQ(apoyo::differences(chip, wanted), "") << p.file;
+    EXPECT_EQ(apoyo::differences(wanted, chip), "") << p.file;
     for (const auto& [address, text] : p.texts)
       EXPECT_EQ(deshex(chip.progmem[address]), text) << p.file << " at " << address;
   }

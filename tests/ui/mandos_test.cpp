@@ -299,5 +299,29 @@ TEST(eje1, in_sleep_leaves_marker_and_line) {
   EXPECT_EQ(w.view.look_map().marker, 1);
 }
 
+TEST(watchdog, says_so_before_it_resets) {
+  ventana w;
+  w.store(0, {0x000});
+  w.view.click(id::WATCHDOG);
+  w.stand_at(0);
+  w.view.poke().wdtcount = 2'304'000;
+  w.desktop.at_box = [&w] {
+    EXPECT_EQ(w.chip().wdtcount, 0);
+    EXPECT_EQ(w.chip().tolatch, 1);
+    EXPECT_EQ(w.chip().cpu.pc, 1);
+  };
+  w.view.click(id::eje1);
+  EXPECT_EQ(w.desktop.boxes.size(), 1U);
+  EXPECT_EQ(w.chip().tolatch, 0);
+}
+
+TEST(load, the_file_is_named_before_its_errors_are_told) {
+  ventana w;
+  w.desktop.chosen = "/no/hay/Nada.hex";
+  w.desktop.at_box = [&w] { EXPECT_EQ(w.text("FILHEX"), "nada.hex"); };
+  w.view.click(id::cargar);
+  EXPECT_EQ(w.desktop.boxes.size(), 1U);
+}
+
 }  // namespace
 }  // namespace estructura

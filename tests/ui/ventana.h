@@ -37,7 +37,7 @@ class escritorio final : public anfitrion {
   }
   std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
     ++dialogs;
-    return {};
+    return chosen;
   }
   void pita() override { ++beeps; }
   int cede() override {
@@ -61,6 +61,7 @@ class escritorio final : public anfitrion {
   };
   std::vector<shown_box> boxes;
   std::deque<answer> answers;
+  std::string chosen;  ///< what every file dialog gives
   std::function<void()> at_box;
   std::function<void()> give_up;
   int dialogs = 0;
