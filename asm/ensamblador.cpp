@@ -62,7 +62,7 @@ bool names_a_constant(const std::string& line) {
   const std::size_t end = line.find_first_of(blanks);
   if (end == std::string::npos) return false;
   const std::string_view rest = trim_source(std::string_view(line).substr(end));
-  return rest.substr(0, rest.find_first_of(blanks)) == "EQU";
+  return rest.substr(0, rest.find_first_of(blanks)) == directive::equ;
 }
 
 statement split(std::size_t number, std::string line) {
@@ -128,7 +128,7 @@ class assembler {
         if (numlike(s.label)) return fail(s, wrong_label);
         if (symbols_.contains(s.label)) return fail(s, repeated_label);
         int value = counter;
-        if (s.mnemonic == "EQU") {
+        if (s.mnemonic == directive::equ) {
           const auto literal = valhex_checked(s.op1);
           if (!literal) return fail(s, wrong_operand);
           value = *literal;
@@ -139,10 +139,10 @@ class assembler {
         const auto stored = static_cast<std::int16_t>(value);
         symbols_.emplace(s.label, stored);
         out_.symbols.push_back({s.label, stored});
-      } else if (s.mnemonic != "END") {
+      } else if (s.mnemonic != directive::end) {
         ++counter;
       }
-      if (s.mnemonic == "ORG") counter = origin(s.op1);
+      if (s.mnemonic == directive::org) counter = origin(s.op1);
     }
     return true;
   }
@@ -172,12 +172,12 @@ class assembler {
     out_.image.fill(unprogrammed);
     int counter = 0;
     for (statement& s : statements_) {
-      if (s.mnemonic == "END") break;
-      if (s.mnemonic == "ORG") {
+      if (s.mnemonic == directive::end) break;
+      if (s.mnemonic == directive::org) {
         counter = origin(s.op1);
         continue;
       }
-      if (s.mnemonic == "EQU") continue;
+      if (s.mnemonic == directive::equ) continue;
       if (s.mnemonic.empty()) {
         s.address = hexstr(counter, 3);
         continue;
@@ -255,9 +255,9 @@ bool numlike(std::string_view text) {
 }
 
 bool checkline(std::string_view label, std::string_view mnemonic, std::string_view op1, std::string& op2) {
-  if (mnemonic == "EQU") return !label.empty() && !op1.empty() && op2.empty();
-  if (mnemonic == "ORG") return !op1.empty() && op2.empty();
-  if (mnemonic == "END") return label.empty() && op1.empty() && op2.empty();
+  if (mnemonic == directive::equ) return !label.empty() && !op1.empty() && op2.empty();
+  if (mnemonic == directive::org) return !op1.empty() && op2.empty();
+  if (mnemonic == directive::end) return label.empty() && op1.empty() && op2.empty();
   const instruction* row = find_mnemonic(mnemonic);
   if (row == nullptr) return !label.empty();
   switch (row->operands) {

@@ -24,6 +24,18 @@
 
 namespace estructura {
 
+/// The words that stand where a mnemonic does and are none.
+namespace directive {
+inline constexpr std::string_view equ = "EQU";
+inline constexpr std::string_view org = "ORG";
+inline constexpr std::string_view end = "END";
+}  // namespace directive
+
+/// Whether a word in upper case is one of them.
+constexpr bool is_directive(std::string_view word) {
+  return word == directive::equ || word == directive::org || word == directive::end;
+}
+
 struct assembly_symbol {
   std::string name;
   std::int16_t value = 0;

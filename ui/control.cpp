@@ -52,6 +52,14 @@ void control::set_typed_text(std::string_view text, int caret) {
   if (listens) raise(event::change);
 }
 
+void control::set_document(std::string_view text) {
+  ++documents_;
+  if (text_ == text)
+    touch();
+  else
+    set_text(text);
+}
+
 void control::set_value(bool value) {
   if (value_ == value) return;
   value_ = value;
@@ -77,6 +85,18 @@ void control::set_selection(int start, int length) {
 
 void control::select_all() {
   set_selection(0, static_cast<int>(char_count(text_)));
+}
+
+void control::show_selection(int start, int length) {
+  ++shown_selections_;
+  touch();
+  set_selection(start, length);
+}
+
+void control::set_marked_line(int line) {
+  if (marked_line_ == line) return;
+  marked_line_ = line;
+  touch();
 }
 
 void control::set_rows(std::vector<std::string> rows) {

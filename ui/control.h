@@ -63,6 +63,10 @@ class control {
   void set_text(std::string_view text);
   /// As `set_text`, with the caret where typing leaves it: at `caret` characters, or (-1) at the end.
   void set_typed_text(std::string_view text, int caret);
+  /// As `set_text`, where the text is another document and not the old one changed: nobody is to come back
+  /// from the one to the other by undoing. Counts as one though the text is the same.
+  void set_document(std::string_view text);
+  [[nodiscard]] unsigned documents() const { return documents_; }
 
   /// Check box or option: whether it is checked.
   [[nodiscard]] bool value() const { return value_; }
@@ -75,6 +79,12 @@ class control {
   [[nodiscard]] int sel_length() const { return sel_length_; }
   void set_selection(int start, int length);
   void select_all();
+  /// As `set_selection`, and it comes into sight even where it was selected already and scrolled away since.
+  void show_selection(int start, int length);
+  [[nodiscard]] unsigned shown_selections() const { return shown_selections_; }
+  /// Text box of many lines: the line that bears a mark, from 1; 0 for none. Raises nothing.
+  [[nodiscard]] int marked_line() const { return marked_line_; }
+  void set_marked_line(int line);
 
   /// Label: a free text that is not shown.
   [[nodiscard]] const std::string& tag() const { return tag_; }
@@ -116,8 +126,11 @@ class control {
   int row_ = -1;
   int sel_start_ = 0;
   int sel_length_ = 0;
+  int marked_line_ = 0;
   unsigned changes_ = 0;
   unsigned row_changes_ = 0;
+  unsigned documents_ = 0;
+  unsigned shown_selections_ = 0;
   id which_;
   kind kind_;
   bool visible_ = true;

@@ -146,19 +146,21 @@ void Estructura::borrar_Click(int) {
 // --- Source ---
 
 void Estructura::source_Change(int) {
+  // Where the error stood when it was met says nothing of another text.
+  at(id::source).set_marked_line(0);
   if (!at(id::source).text().empty()) asm_.modified = true;
 }
 
 void Estructura::cargarasm_Click(int) {
   if (!ask_to_save_source(source_question())) return;
-  at(id::source).set_text("");
+  at(id::source).set_document("");
   const std::string chosen = choose_file(false, asm_load_filter, asm_extension, "");
   asm_ = {.name = to_lower(chosen)};
   asm_encoding_ = codificacion::utf8;
   if (!chosen.empty()) {
     std::string text;
     if (cargaasm(chosen, text, asm_encoding_))
-      at(id::source).set_text(text);
+      at(id::source).set_document(text);
     else
       ask(box::ok, read_error);
   }
@@ -179,7 +181,7 @@ void Estructura::salvarasm_Click(int) {
 
 void Estructura::borrarasm_Click(int) {
   if (!ask_to_save_source(asm_.name + " (ASM) ha sido modificado.\r¿Desea salvarlo?")) return;
-  at(id::source).set_text("");
+  at(id::source).set_document("");
   at(id::lst).set_text("");
   asm_ = {};
   asm_encoding_ = codificacion::utf8;

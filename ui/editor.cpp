@@ -16,6 +16,7 @@ void Estructura::Ensamblar_Click(int) {
   if (!source.text().ends_with("\r\n")) source.set_typed_text(source.text() + "\r\n", source.sel_start());
   const assembly made = ensambla(source.text(), chip_.devmodel.progmask);
   if (made.error) return show_assembly_error(*made.error);
+  source.set_marked_line(0);
   chip_.progmem = made.image;
   chip_.breakpts.fill(0);
   at(id::lst).set_text(made.listing);
@@ -30,8 +31,9 @@ void Estructura::show_assembly_error(const assembly_error& error) {
     at(id::sl, 1).show_value(false);
     at(id::sl, 0).set_value(true);
   }
+  at(id::source).set_marked_line(static_cast<int>(error.line));
   ask(box::ok, std::string(error.message));
-  at(id::source).set_selection(static_cast<int>(error.start), static_cast<int>(error.length));
+  at(id::source).show_selection(static_cast<int>(error.start), static_cast<int>(error.length));
   move_focus({id::source, 0});
 }
 
