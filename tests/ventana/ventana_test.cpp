@@ -3,23 +3,30 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <string_view>
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
+#include <QToolTip>
 
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/aplicacion.h"
@@ -167,18 +174,24 @@ TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_tab
     int index = 0;
     const id which = find_control(QApplication::focusWidget()->objectName().toStdString(), index);
     ASSERT_NE(which, id::none) << QApplication::focusWidget()->objectName().toStdString();
-    const int place = static_cast<int>(which) * 16 + index;
+    // In a port bit 7 stands leftmost.
+    const bool pin = which == id::PA || which == id::PB || which == id::PC;
+    const int place = static_cast<int>(which) * 16 + (pin ? 15 - index : index);
     EXPECT_GT(place, last) << QApplication::focusWidget()->objectName().toStdString();
     EXPECT_EQ(record.focused(), (focus_place{which, index}));
     last = place;
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ++walked;
   } while (QApplication::focusWidget() != first && walked < 200);
-  // Everything that can be used: buttons, boxes, options, texts, lists, the combo.
+  // Everything that can be used: buttons, boxes, texts, lists of values, the combo, and of the options the
+  // chosen one, from which the arrow keys go to the other.
   int usable = 0;
   for (const control& one : record.look_all()) {
     const bool takes = one.is() != kind::label && one.is() != kind::frame && one.is() != kind::picture;
-    if (takes && record.usable(one.which(), one.index())) ++usable;
+    const bool reached_by_arrows = one.is() == kind::option && !one.value();
+    const bool only_names =
+        one.which() == id::nomre || one.which() == id::nombres || one.which() == id::dirmd;
+    if (takes && !reached_by_arrows && !only_names && record.usable(one.which(), one.index())) ++usable;
   }
   EXPECT_EQ(walked, usable);
 }
@@ -404,6 +417,80 @@ TEST_F(ventana_abierta, questions_are_asked_in_spanish_in_a_fixed_order) {
              QTest::keyClick(&dialog, Qt::Key_Escape);
            });
   EXPECT_FALSE(record.ended());
+}
+
+TEST_F(ventana_abierta, the_watchdogs_box_is_aligned_right_and_has_no_icon) {
+  for (const box kind : {box::ok_right, box::ok}) {
+    with_box([&] { host.mensaje(kind, "uno\rdos"); },
+             [&](QDialog& dialog) {
+               const auto& shown = dynamic_cast<QMessageBox&>(dialog);
+               const Qt::Alignment alignment = shown.findChild<QLabel*>("qt_msgbox_label")->alignment();
+               EXPECT_EQ((alignment & Qt::AlignRight) != 0, kind == box::ok_right);
+               EXPECT_EQ(shown.icon(), QMessageBox::NoIcon);
+               EXPECT_EQ(shown.standardButtons(), QMessageBox::Ok);
+               QTest::keyClick(&dialog, Qt::Key_Escape);
+             });
+  }
+}
+
+TEST_F(ventana_abierta, a_tip_that_is_a_file_name_is_never_taken_for_marked_up_text) {
+  const char* const name = "/tmp/a<b>x</b>&lt;.hex";
+  auto& label = at<QLabel>(id::FILHEX);
+  label.setToolTip(name);
+  const QPoint place = label.rect().center();
+  QHelpEvent over(QEvent::ToolTip, place, label.mapToGlobal(place));
+  QApplication::sendEvent(&label, &over);
+  QTextDocument shown;
+  shown.setHtml(QToolTip::text());
+  EXPECT_TRUE(Qt::mightBeRichText(QToolTip::text()));
+  EXPECT_EQ(shown.toPlainText(), name);
+  QToolTip::hideText();
+}
+
+TEST_F(ventana_abierta, values_stand_digit_under_digit) {
+  for (const id which :
+       {id::MP, id::MDP, id::MD, id::RE, id::PIL, id::STATUS, id::OPT, id::source, id::lst}) {
+    const QFontMetrics letters(at(which).font());
+    for (const char letter : std::string_view("1FWi .-?"))
+      EXPECT_EQ(letters.horizontalAdvance(QLatin1Char(letter)), letters.horizontalAdvance(QLatin1Char('0')))
+          << declared(which).name << ", " << letter;
+  }
+}
+
+TEST_F(ventana_abierta, the_file_dialog_proposes_the_file_that_the_document_means) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir("Curso"));
+  QFile file(folder.filePath("Curso/Uno.ASM"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  with_box(
+      [&] {
+        host.elige_fichero(true, "Todos (*.*)|*.*", "asm", folder.filePath("curso/uno.asm").toStdString());
+      },
+      [&](QDialog& dialog) {
+        const auto& files = dynamic_cast<QFileDialog&>(dialog);
+        const auto* const edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+        EXPECT_EQ(files.directory().path(), folder.filePath("Curso"));
+        EXPECT_EQ(edit->text(), "Uno.ASM");
+        dialog.reject();
+      });
+}
+
+TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {
+  const QTemporaryDir folder;
+  // Where Qt keeps what its file dialogs have seen.
+  const QString of_dialogs = "QtProject";
+  const QFileInfo usual(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + '/' +
+                        of_dialogs + ".conf");
+  const auto last_written = [&] { return QFileInfo(usual.filePath()).lastModified(); };
+  const QDateTime before = last_written();
+  with_box(
+      [&] { host.elige_fichero(true, "Todos (*.*)|*.*", "asm", folder.filePath("uno.asm").toStdString()); },
+      [&](QDialog& dialog) {
+        QTest::keyClick(dialog.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+      });
+  EXPECT_EQ(last_written(), before) << usual.filePath().toStdString();
+  EXPECT_FALSE(QFile::exists(QSettings(QSettings::UserScope, of_dialogs).fileName()));
 }
 
 TEST_F(ventana_abierta, the_file_dialog_gives_a_name_that_does_not_exist_and_never_asks_to_replace) {

@@ -1,15 +1,18 @@
 #include "ui/qt/anfitrion_qt.h"
 
+#include <utility>
+
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
 
 #include "common/fichero.h"
+#include "ui/qt/dialogo_ficheros.h"
 #include "ui/qt/texto_qt.h"
 #include "ui/qt/ventana.h"
 
@@ -21,8 +24,8 @@ using namespace std::chrono_literals;
 
 /// A click waits at most this long for its turn during a run.
 constexpr auto turn = 1ms;
-/// Between two paintings of the window: some 57 a second.
-constexpr auto frame = 17500us;
+/// Between two paintings of the window: 60 a second.
+constexpr auto frame = 16800us;
 /// Steps between two looks at the clock. A look costs 30 ns, a step 10 to 25, and the slowest step a few
 /// microseconds: the turn is kept whatever the program does.
 constexpr int steps_between_looks = 256;
@@ -43,6 +46,18 @@ QStringList filtros(std::string_view filter) {
     filters << parts[i] + QLatin1String(" (") + pattern + QLatin1Char(')');
   }
   return filters;
+}
+
+/// What the buttons say is left to the desktop's theme otherwise, which speaks the desktop's language.
+void rotula(QMessageBox& shown) {
+  const std::pair<QMessageBox::StandardButton, const char*> captions[] = {
+      {QMessageBox::Ok, "Aceptar"},
+      {QMessageBox::Yes, "&Sí"},
+      {QMessageBox::No, "&No"},
+      {QMessageBox::Cancel, "Cancelar"},
+  };
+  for (const auto& [which, caption] : captions)
+    if (QAbstractButton* const button = shown.button(which)) button->setText(QString::fromUtf8(caption));
 }
 
 }  // namespace
@@ -76,6 +91,7 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
   }
+  rotula(shown);
   switch (shown.exec()) {
     case QMessageBox::Yes: return answer::yes;
     case QMessageBox::No: return answer::no;
@@ -88,16 +104,8 @@ std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std:
                                         std::string_view proposed) {
   if (ended_) return {};
   pon_al_dia();
-  QFileDialog dialog(window_);
+  dialogo_ficheros dialog(window_, save);
   dialog.setStyleSheet(QString::fromLatin1(fixed_order));
-  // The desktop's own would speak the desktop's language.
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  dialog.setOption(QFileDialog::HideNameFilterDetails);
-  dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  // A name that does not exist is an answer too; what becomes of it is for the window to say.
-  dialog.setFileMode(QFileDialog::AnyFile);
-  dialog.setViewMode(QFileDialog::List);
   dialog.setNameFilters(filtros(filter));
   dialog.setDefaultSuffix(a_qt(extension));
   if (!proposed.empty()) {

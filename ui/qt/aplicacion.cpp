@@ -3,10 +3,10 @@
 #include <clocale>
 
 #include <QApplication>
-#include <QLibraryInfo>
 #include <QLocale>
-#include <QTranslator>
+#include <QSettings>
 
+#include "ui/qt/espanol.h"
 #include "ui/qt/iconos.h"
 
 namespace estructura {
@@ -19,10 +19,10 @@ void prepara_aplicacion(QApplication& app) {
   QCoreApplication::setApplicationName(QStringLiteral("estructura"));
   QGuiApplication::setDesktopFileName(QStringLiteral("estructura"));
   QApplication::setWindowIcon(icono_programa());
-  // Named, not chosen by the locale: the program speaks Spanish on any desktop.
-  auto* spanish = new QTranslator(&app);
-  if (spanish->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    QCoreApplication::installTranslator(spanish);
+  // The program keeps no settings; Qt's file dialog would keep the folders it has seen, for the next run and
+  // for every other program made with Qt. No file can be made below what is no folder.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+  habla_espanol(app);
 }
 
 }  // namespace estructura

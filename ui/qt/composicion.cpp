@@ -1,5 +1,6 @@
 #include "ui/qt/composicion.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QFrame>
@@ -12,6 +13,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ui/qt/piezas.h"
 #include "ui/qt/texto_qt.h"
 
 namespace estructura {
@@ -60,11 +62,12 @@ QHBoxLayout* en_hoja(QFrame* sheet) {
 composicion::composicion(QWidget& panel, buscador find, acompanante accompany, const medidas& measures)
     : find_(std::move(find)), accompany_(std::move(accompany)), m_(measures) {
   auto* columns = new QHBoxLayout(&panel);
-  columns->setContentsMargins(m_.hueco * 2, m_.hueco, m_.hueco * 2, m_.hueco);
-  columns->setSpacing(m_.hueco * 2);
-  columns->addWidget(panel_fuente(), 5);
-  columns->addWidget(panel_programa(), 2);
-  columns->addWidget(panel_instrumentos(), 0);
+  columns->setContentsMargins(m_.hueco * 2, m_.hueco, m_.hueco * 2, m_.hueco * 2);
+  columns->setSpacing(m_.hueco * 3);
+  for (const id entry : {id::direc, id::INS, id::FREC, id::FR, id::dat}) w(entry)->setFixedHeight(m_.campo);
+  marco_documentos();
+  columns->addWidget(w(id::Frame7), 1);
+  columns->addWidget(panel_instrumentos());
   acomoda();
 }
 
@@ -92,8 +95,7 @@ QWidget* composicion::visor(id which, int characters, Qt::Alignment alignment) c
   label->setForegroundRole(QPalette::Text);
   label->setAutoFillBackground(true);
   label->setAlignment(alignment | Qt::AlignVCenter);
-  label->setFixedSize(m_.celda(characters) + 2 * label->frameWidth() + m_.letra / 2,
-                      m_.fila + 2 * label->frameWidth() + m_.hueco / 2);
+  label->setFixedSize(m_.celda(characters) + 2 * label->frameWidth() + m_.letra / 2, m_.campo);
   return label;
 }
 
@@ -102,7 +104,16 @@ QWidget* composicion::titulo(id which) const {
   QFont bold = label->font();
   bold.setBold(true);
   label->setFont(bold);
+  label->setFixedHeight(marco::alto_titulo(*label));
   return label;
+}
+
+QHBoxLayout* composicion::cabecera(id title, QWidget* beside) const {
+  auto* row = sin_margen(new QHBoxLayout, m_.letra);
+  row->addWidget(titulo(title));
+  if (beside != nullptr) row->addWidget(beside);
+  row->addWidget(new raya, 1);
+  return row;
 }
 
 QLabel* composicion::aclaracion(const char* text) const {
@@ -120,89 +131,88 @@ QWidget* composicion::boton(id which) const {
   caption.remove(QLatin1Char('&'));
   const int picture = button->icon().isNull() ? 0 : button->iconSize().width() + m_.letra / 2;
   button->setMinimumWidth(button->fontMetrics().horizontalAdvance(caption) + picture + 3 * m_.letra);
+  // With a picture or without, all of the same height.
+  button->setFixedHeight(w(id::cargar)->sizeHint().height());
   return button;
 }
 
-// --- source ---
+// --- source and program memory ---
+
+void composicion::marco_documentos() {
+  auto* whole = sin_margen(new QHBoxLayout(w(id::Frame7)), 0);
+  auto* panes = new repartidor;
+  panes->setHandleWidth(m_.hueco * 3);
+  panes->addWidget(panel_fuente());
+  panes->addWidget(panel_programa());
+  panes->setStretchFactor(0, 5);
+  panes->setStretchFactor(1, 2);
+  whole->addWidget(panes);
+}
 
 QWidget* composicion::panel_fuente() {
   auto* column = new QWidget;
   auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
-  auto* title = new QHBoxLayout;
-  title->setSpacing(m_.hueco * 2);
-  title->addWidget(titulo(id::Label5));
-  // A long file name is cut, it does not widen the window.
-  w(id::FILASM)->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  title->addWidget(w(id::FILASM), 1);
-  rows->addLayout(title);
-  marco_fuente();
-  rows->addWidget(w(id::Frame7), 1);
-  return column;
-}
-
-void composicion::marco_fuente() {
-  auto* grid = new QGridLayout(w(id::Frame7));
-  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
-  grid->setSpacing(m_.hueco);
+  static_cast<rotulo*>(w(id::FILASM))->recorta();
+  rows->addLayout(cabecera(id::Label5, w(id::FILASM)));
 
   auto* clip = sin_margen(new QHBoxLayout(w(id::clip)), m_.hueco);
-  for (const id which : {id::tab, id::Copiar, id::Cortar, id::Pegar}) clip->addWidget(boton(which), 1);
-
-  auto* top = new QHBoxLayout;
-  top->setSpacing(m_.hueco * 2);
+  for (const id which : {id::tab, id::Copiar, id::Cortar, id::Pegar}) clip->addWidget(boton(which));
+  auto* top = sin_margen(new QHBoxLayout, m_.hueco * 2);
   top->addWidget(w(id::sl, 0));
   top->addWidget(w(id::sl, 1));
   top->addStretch(1);
   top->addWidget(w(id::clip));
-  grid->addLayout(top, 0, 0);
+  rows->addLayout(top);
 
   // One place for both: one of them is hidden.
+  auto* texts = sin_margen(new QGridLayout, 0);
   for (const id which : {id::source, id::lst}) {
-    w(which)->setMinimumWidth(m_.celda(40));
-    grid->addWidget(w(which), 1, 0);
+    w(which)->setMinimumWidth(m_.celda(24));
+    texts->addWidget(w(which), 0, 0);
   }
-  grid->setRowStretch(1, 1);
-  grid->setColumnStretch(0, 1);
+  rows->addLayout(texts, 1);
 
-  auto* files = sin_margen(new QGridLayout, m_.hueco);
-  files->addWidget(boton(id::cargarasm), 0, 0);
-  files->addWidget(boton(id::salvarasm), 0, 1);
-  files->addWidget(boton(id::borrarasm), 0, 2);
-  files->addWidget(boton(id::Ensamblar), 0, 3);
-  files->addWidget(boton(id::desensamblar), 0, 4);
-  files->addWidget(boton(id::cargar), 1, 0);
-  files->addWidget(boton(id::salvar), 1, 1);
-  files->addWidget(boton(id::borrar), 1, 2);
-  files->addWidget(boton(id::salvar16c84), 1, 3);
-  files->addWidget(boton(id::fin), 1, 4);
-  for (int column = 0; column < 5; ++column) files->setColumnStretch(column, 1);
-  grid->addLayout(files, 2, 0);
-
-  grid->addWidget(w(id::mapa), 0, 1, 3, 1);
+  auto* files = sin_margen(new QHBoxLayout, m_.hueco);
+  for (const id which : {id::cargarasm, id::salvarasm, id::borrarasm}) files->addWidget(boton(which));
+  files->addStretch(1);
+  // Beside what they fill, and what they read.
+  files->addWidget(boton(id::desensamblar));
+  files->addWidget(boton(id::Ensamblar));
+  rows->addLayout(files);
+  return column;
 }
-
-// --- program memory ---
 
 QWidget* composicion::panel_programa() {
   auto* column = new QWidget;
   auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
-  auto* title = new QHBoxLayout;
-  title->setSpacing(m_.hueco * 2);
-  title->addWidget(titulo(id::Label10));
-  w(id::FILHEX)->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  w(id::FILHEX)->setMinimumWidth(m_.celda(12));
-  title->addWidget(w(id::FILHEX), 1);
-  rows->addLayout(title);
-  rows->addWidget(w(id::MP), 1);
+  static_cast<rotulo*>(w(id::FILHEX))->recorta();
+  rows->addLayout(cabecera(id::Label10, w(id::FILHEX)));
+  auto* memory = sin_margen(new QHBoxLayout, m_.hueco);
+  memory->addWidget(w(id::mapa));
+  // Where the list is hidden its sheet remains.
+  QFrame* sheet = hoja();
+  sheet->setBackgroundRole(QPalette::Window);
+  sheet->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+  en_hoja(sheet)->addWidget(w(id::MP));
+  memory->addWidget(sheet, 1);
+  rows->addLayout(memory, 1);
   marco_instruccion();
   rows->addWidget(w(id::Frame1));
+  auto* files = sin_margen(new QGridLayout, m_.hueco);
+  files->addWidget(boton(id::cargar), 0, 0);
+  files->addWidget(boton(id::salvar), 0, 1);
+  files->addWidget(boton(id::borrar), 0, 2);
+  files->addWidget(boton(id::salvar16c84), 1, 0);
+  files->addWidget(boton(id::fin), 1, 2);
+  w(id::rotulo)->setForegroundRole(QPalette::PlaceholderText);
+  files->addWidget(w(id::rotulo), 1, 1, Qt::AlignCenter);
+  for (int third = 0; third < 3; ++third) files->setColumnStretch(third, 1);
+  rows->addLayout(files);
   return column;
 }
 
 void composicion::marco_instruccion() {
-  auto* grid = new QGridLayout(w(id::Frame1));
-  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
-  grid->setHorizontalSpacing(m_.hueco);
+  auto* grid = sin_margen(new QGridLayout(w(id::Frame1)), m_.hueco);
   grid->setVerticalSpacing(m_.hueco / 2);
   grid->addWidget(w(id::Label1), 0, 0);
   grid->addWidget(w(id::Label2), 0, 1);
@@ -211,12 +221,15 @@ void composicion::marco_instruccion() {
   grid->addWidget(w(id::direc), 1, 0);
   w(id::INS)->setMinimumWidth(m_.celda(14));
   grid->addWidget(w(id::INS), 1, 1);
-  grid->addWidget(visor(id::codop, 3, Qt::AlignHCenter), 1, 2);
+  QWidget* word = visor(id::codop, 3, Qt::AlignHCenter);
+  word->setFixedWidth(std::max(word->width(), w(id::Label3)->sizeHint().width()));
+  grid->addWidget(word, 1, 2);
   grid->setColumnStretch(1, 1);
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(m_.hueco);
   for (const id which : {id::Entrarins, id::borrarins, id::break_}) buttons->addWidget(boton(which), 1);
-  grid->addLayout(buttons, 2, 0, 1, 3);
+  grid->setRowMinimumHeight(2, m_.hueco / 2);
+  grid->addLayout(buttons, 3, 0, 1, 3);
 }
 
 // --- instruments ---
@@ -224,35 +237,40 @@ void composicion::marco_instruccion() {
 QWidget* composicion::panel_instrumentos() {
   auto* column = new QWidget;
   column->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-  auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
-
-  marco_pic();
-  rows->addWidget(w(id::Frame3));
-
-  auto* middle = sin_margen(new QGridLayout, m_.hueco);
+  auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco * 2);
   marco_registros();
   marco_puertos();
   marco_tmr0();
-  middle->addWidget(w(id::Frame2), 0, 0, 2, 1);
-  middle->addWidget(w(id::Frame5), 0, 1);
-  middle->addWidget(w(id::Frame4), 1, 1);
-  middle->setColumnStretch(1, 1);
-  middle->setRowStretch(0, 1);
-  rows->addLayout(middle);
-
+  marco_pic();
+  rows->addWidget(w(id::Frame2));
   rows->addWidget(memoria_datos());
+  auto* pins = sin_margen(new QHBoxLayout, m_.hueco * 3);
+  pins->addWidget(w(id::Frame5), 3);
+  pins->addWidget(w(id::Frame4), 2);
+  rows->addLayout(pins);
+  rows->addWidget(w(id::Frame3));
   rows->addStretch(1);
-  auto* banner = static_cast<QLabel*>(w(id::rotulo));
-  banner->setForegroundRole(QPalette::PlaceholderText);
-  banner->setAlignment(Qt::AlignRight | Qt::AlignBottom);
-  rows->addWidget(banner);
   return column;
 }
 
 void composicion::marco_pic() {
-  auto* rows = new QVBoxLayout(w(id::Frame3));
-  rows->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
-  rows->setSpacing(m_.hueco);
+  auto* rows = sin_margen(new QVBoxLayout(w(id::Frame3)), m_.hueco);
+  auto* run = new QHBoxLayout;
+  run->setSpacing(m_.hueco);
+  for (const id which : {id::eje1, id::ejecutar, id::MCLR, id::WDT, id::por}) run->addWidget(boton(which), 1);
+  rows->addLayout(run);
+
+  auto* counters = sin_margen(new QGridLayout, m_.hueco);
+  counters->addWidget(w(id::Label8), 0, 0);
+  counters->addWidget(visor(id::ciclos, 11, Qt::AlignRight), 0, 1);
+  counters->addWidget(w(id::Label9), 1, 0);
+  counters->addWidget(visor(id::contawdt, 11, Qt::AlignRight), 1, 1);
+  counters->setColumnMinimumWidth(2, m_.hueco);
+  counters->addWidget(w(id::VISMP), 0, 3, 1, 2);
+  counters->addWidget(w(id::WATCHDOG), 1, 3);
+  counters->addWidget(w(id::estsleep), 1, 4);
+  counters->setColumnStretch(5, 1);
+  rows->addLayout(counters);
 
   auto* clock = new QHBoxLayout;
   clock->setSpacing(m_.hueco);
@@ -266,34 +284,13 @@ void composicion::marco_pic() {
   clock->addWidget(w(id::fext));
   clock->addWidget(w(id::CMCLR));
   rows->addLayout(clock);
-
-  auto* run = new QHBoxLayout;
-  run->setSpacing(m_.hueco);
-  for (const id which : {id::eje1, id::ejecutar, id::MCLR, id::WDT, id::por}) run->addWidget(boton(which), 1);
-  rows->addLayout(run);
-
-  auto* counters = new QGridLayout;
-  counters->setHorizontalSpacing(m_.hueco);
-  counters->setVerticalSpacing(m_.hueco / 2);
-  counters->addWidget(w(id::Label8), 0, 0);
-  counters->addWidget(visor(id::ciclos, 11, Qt::AlignRight), 0, 1);
-  counters->addWidget(w(id::Label9), 1, 0);
-  counters->addWidget(visor(id::contawdt, 11, Qt::AlignRight), 1, 1);
-  counters->setColumnMinimumWidth(2, m_.hueco);
-  counters->addWidget(w(id::WATCHDOG), 1, 3);
-  counters->addWidget(w(id::estsleep), 1, 4);
-  counters->addWidget(w(id::VISMP), 0, 3, 1, 2);
-  counters->setColumnStretch(5, 1);
-  rows->addLayout(counters);
 }
 
 void composicion::marco_registros() {
-  auto* grid = new QGridLayout(w(id::Frame2));
-  grid->setContentsMargins(m_.hueco, m_.hueco, m_.hueco, m_.hueco);
-  grid->setHorizontalSpacing(m_.hueco * 2);
-  grid->setVerticalSpacing(m_.hueco / 2);
+  auto* columns = sin_margen(new QHBoxLayout(w(id::Frame2)), m_.hueco * 3);
 
-  grid->addWidget(titulo(id::Label13), 0, 0);
+  auto* left = sin_margen(new QVBoxLayout, m_.hueco / 2);
+  left->addLayout(cabecera(id::Label13));
   QFrame* registers = hoja();
   QHBoxLayout* table = en_hoja(registers);
   table->addWidget(w(id::nomre));
@@ -308,10 +305,11 @@ void composicion::marco_registros() {
   tris_->addWidget(celda(id::TRISC, 8), linea_trisc, 0);
   w(id::loption)->setForegroundRole(QPalette::PlaceholderText);
   table->addWidget(binaries);
-  grid->addWidget(registers, 1, 0);
+  left->addWidget(registers);
+  columns->addLayout(left);
 
-  auto* stack_title = titulo(id::Label12);
-  grid->addWidget(stack_title, 0, 1);
+  auto* right = sin_margen(new QVBoxLayout, m_.hueco / 2);
+  right->addLayout(cabecera(id::Label12));
   auto* stack = sin_margen(new QHBoxLayout, m_.hueco / 2);
   QFrame* levels = hoja();
   en_hoja(levels)->addWidget(w(id::PIL));
@@ -320,8 +318,8 @@ void composicion::marco_registros() {
   stack->addWidget(levels, 0, Qt::AlignTop);
   stack->addWidget(w(id::Label4), 0, Qt::AlignTop);
   stack->addStretch(1);
-  grid->addLayout(stack, 1, 1);
-
+  right->addLayout(stack);
+  right->addStretch(1);
   auto* entry = sin_margen(new QGridLayout, m_.hueco);
   entry->setVerticalSpacing(m_.hueco / 2);
   entry->addWidget(w(id::Label16), 0, 0);
@@ -330,16 +328,13 @@ void composicion::marco_registros() {
   w(id::dat)->setFixedWidth(m_.celda(5));
   entry->addWidget(w(id::dat), 1, 1);
   entry->addWidget(boton(id::entrardat), 1, 2);
-  entry->setColumnStretch(2, 1);
-  grid->setRowMinimumHeight(2, m_.hueco);
-  grid->setRowStretch(2, 1);
-  grid->addLayout(entry, 3, 0, 1, 2);
+  entry->setColumnStretch(3, 1);
+  right->addLayout(entry);
+  columns->addLayout(right, 1);
 }
 
 void composicion::marco_puertos() {
-  auto* grid = new QGridLayout(w(id::Frame5));
-  grid->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
-  grid->setHorizontalSpacing(0);
+  auto* grid = sin_margen(new QGridLayout(w(id::Frame5)), 0);
   grid->setVerticalSpacing(m_.hueco / 2);
   // Bit 7 stands leftmost, as in the binary views.
   constexpr std::array<id, 8> numbers = {id::Label21, id::Label23, id::Label24, id::Label25,
@@ -359,22 +354,18 @@ void composicion::marco_puertos() {
 }
 
 void composicion::marco_tmr0() {
-  auto* grid = new QGridLayout(w(id::Frame4));
-  grid->setContentsMargins(m_.hueco, m_.hueco / 2, m_.hueco, m_.hueco);
-  grid->setHorizontalSpacing(m_.hueco);
-  grid->setVerticalSpacing(m_.hueco / 2);
-  auto* pulse = new QHBoxLayout;
-  pulse->setSpacing(m_.hueco);
-  pulse->addWidget(w(id::Label33));
-  pulse->addWidget(w(id::FR), 1);
-  pulse->addWidget(aclaracion("Hz"));
-  pulse->addWidget(boton(id::TOCKI));
-  grid->addLayout(pulse, 0, 0, 1, 4);
+  auto* grid = sin_margen(new QGridLayout(w(id::Frame4)), m_.hueco);
+  grid->setVerticalSpacing(m_.hueco);
+  w(id::FR)->setFixedWidth(m_.celda(8));
+  grid->addWidget(w(id::Label33), 0, 0);
+  grid->addWidget(w(id::FR), 0, 1);
+  grid->addWidget(aclaracion("Hz"), 0, 2);
+  grid->addWidget(boton(id::TOCKI), 0, 3);
   grid->addWidget(w(id::Label22), 1, 0);
-  grid->addWidget(visor(id::SENTIM, 9, Qt::AlignLeft), 1, 1);
-  grid->addWidget(w(id::Label20), 1, 2, Qt::AlignRight);
-  grid->addWidget(visor(id::divtim, 3, Qt::AlignRight), 1, 3);
-  grid->setColumnStretch(2, 1);
+  grid->addWidget(visor(id::SENTIM, 9, Qt::AlignLeft), 1, 1, 1, 3, Qt::AlignLeft);
+  grid->addWidget(w(id::Label20), 2, 0);
+  grid->addWidget(visor(id::divtim, 3, Qt::AlignRight), 2, 1, Qt::AlignLeft);
+  grid->setColumnStretch(4, 1);
 }
 
 QWidget* composicion::memoria_datos() {
@@ -433,7 +424,7 @@ QWidget* composicion::memoria_datos() {
   }
   numbers->addSpacing(banks->frameWidth() + hilo);
 
-  grid->addWidget(titulo(id::Label11), 0, 0, Qt::AlignBottom);
+  grid->addLayout(cabecera(id::Label11), 0, 0);
   grid->addLayout(numbers, 0, 1);
   grid->addWidget(common, 1, 0);
   grid->addWidget(banks, 1, 1);

@@ -1,6 +1,6 @@
-// Where each control stands in the window. One dense panel: the source at the left, program memory with its
-// map in the middle, and the instruments in a column at the right that keeps its size; source and program
-// list take all the room that there is.
+// Where each control stands in the window. In the order in which the work goes: the source with its listing,
+// program memory with its map, and the instruments in a column that keeps its size; a splitter shares out
+// between source and program list all the room that there is.
 //
 //   composicion layout(panel, find, accompany, measures);
 //   layout.acomoda();          // after each copy: what stands elsewhere on some devices
@@ -13,6 +13,7 @@
 
 class QBoxLayout;
 class QGridLayout;
+class QHBoxLayout;
 class QLabel;
 class QWidget;
 
@@ -32,17 +33,19 @@ class composicion {
 
  private:
   [[nodiscard]] QWidget* w(id which, int index = 0) const { return find_(which, index); }
+  void marco_documentos();
   QWidget* panel_fuente();
   QWidget* panel_programa();
-  QWidget* panel_instrumentos();
-  void marco_fuente();
   void marco_instruccion();
+  QWidget* panel_instrumentos();
   void marco_pic();
   void marco_registros();
   void marco_puertos();
   void marco_tmr0();
   QWidget* memoria_datos();
 
+  /// The title of a group, what belongs to it, and the line behind.
+  QHBoxLayout* cabecera(id title, QWidget* beside = nullptr) const;
   /// A column of cells, each beside a line of the lists next to it.
   QGridLayout* columna(QWidget* sheet, int rows) const;
   /// A label that shows a value: fixed size, so that another text moves nothing.

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
-#include <QTextBlock>
 #include <QTextDocument>
 
+#include "ui/qt/editor_fuente.h"
 #include "ui/qt/texto_qt.h"
 
 namespace estructura {
@@ -58,7 +59,10 @@ class linea final : public QLineEdit {
 
   void changeEvent(QEvent* event) override {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) muestra_seleccion(hasFocus());
+    // Hiding the selection changes the palette too.
+    const QPalette& now = palette();
+    const bool hidden = now.color(QPalette::HighlightedText) == now.color(QPalette::Text);
+    if (event->type() == QEvent::PaletteChange && !hasFocus() && !hidden) muestra_seleccion(false);
   }
 
  private:
@@ -152,7 +156,78 @@ class enlace_linea final : public enlace {
 
 // --- many lines ---
 
-class area final : public QPlainTextEdit {
+/// What source and listing have in common: text, caret and selection.
+class enlace_area : public enlace {
+ public:
+  [[nodiscard]] QWidget* widget() const override { return &edit_; }
+
+ protected:
+  enlace_area(const control& record, puerta& door, const medidas& measures, QPlainTextEdit& edit)
+      : enlace(record, door), edit_(edit) {
+    edit_.setFont(measures.mono);
+    edit_.setLineWrapMode(QPlainTextEdit::NoWrap);
+    edit_.setTabStopDistance(8 * measures.letra);
+    // The Tab key walks on; the `tab` button indents.
+    edit_.setTabChangesFocus(true);
+    QObject::connect(&edit_, &QPlainTextEdit::selectionChanged, &edit_, [this] { seleccionado(); });
+    QObject::connect(&edit_, &QPlainTextEdit::cursorPositionChanged, &edit_, [this] { seleccionado(); });
+  }
+
+  void muestra(const control& from) override {
+    const bool other_text = pon_texto(from);
+    if (other_text) pon_mostrado(from.text());
+    const bool into_sight = other_text || shown_selections_ != from.shown_selections();
+    shown_selections_ = from.shown_selections();
+    start_ = from.sel_start();
+    length_ = from.sel_length();
+    const int start = unidad_de_caracter(shown_, start_);
+    const int end = unidad_de_caracter(shown_, start_ + length_);
+    QTextCursor cursor = edit_.textCursor();
+    if (cursor.selectionStart() == start && cursor.selectionEnd() == end) {
+      if (into_sight) edit_.ensureCursorVisible();
+      return;
+    }
+    // The caret stands at the start, which is what comes into sight of a line longer than the window.
+    cursor.setPosition(end);
+    cursor.setPosition(start, QTextCursor::KeepAnchor);
+    edit_.setTextCursor(cursor);
+  }
+
+  /// Puts the record's text into the widget; whether it was another.
+  virtual bool pon_texto(const control& from) = 0;
+
+  [[nodiscard]] int caret() const { return caracter_de_unidad(shown_, edit_.textCursor().position()); }
+  [[nodiscard]] const std::string& mostrado() const { return shown_; }
+  void pon_mostrado(std::string text) {
+    shown_ = std::move(text);
+    units_ = unidades(shown_);
+  }
+
+ private:
+  void seleccionado() {
+    // With the text changed but not yet told, positions would be counted in the wrong text; telling it
+    // follows.
+    if (door().copiando() || edit_.document()->characterCount() - 1 != units_) return;
+    const QTextCursor cursor = edit_.textCursor();
+    const int start = caracter_de_unidad(shown_, cursor.selectionStart());
+    const int length = caracter_de_unidad(shown_, cursor.selectionEnd()) - start;
+    if (start == start_ && length == length_) return;
+    start_ = start;
+    length_ = length;
+    actua([&](Estructura& window) { window.select(which(), start, length); });
+  }
+
+  QPlainTextEdit& edit_;
+  std::string shown_;  ///< the record's text as the widget has it
+  int units_ = 0;      ///< its length there
+  unsigned shown_selections_ = 0;
+  int start_ = 0;  ///< and its selection
+  int length_ = 0;
+};
+
+// --- the listing ---
+
+class listado final : public QPlainTextEdit {
  public:
   /// A click, or a key released, with the caret where it now stands.
   std::function<void()> clic;
@@ -169,105 +244,88 @@ class area final : public QPlainTextEdit {
   }
 };
 
-class enlace_area final : public enlace {
+class enlace_listado final : public enlace_area {
  public:
-  enlace_area(const control& record, puerta& door, const medidas& measures)
-      : enlace(record, door), edit_(new area) {
-    edit_->setFont(measures.mono);
-    edit_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    edit_->setTabStopDistance(8 * measures.letra);
-    // The Tab key walks on; the `tab` button indents.
-    edit_->setTabChangesFocus(true);
-    if (record.which() == id::lst) {
-      edit_->setReadOnly(true);
-      // A read-only text shows no caret and takes no keys unless told to.
-      edit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-      edit_->clic = [this] {
-        const int at = caret();
-        actua([this, at](Estructura& window) { window.click_text(which(), at); });
-      };
-      edit_->tecla = [this] {
-        const int at = caret();
-        actua([this, at](Estructura& window) { window.keyup_text(which(), at); });
-      };
-    }
-    QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] { escrito(); });
-    QObject::connect(edit_, &QPlainTextEdit::selectionChanged, edit_, [this] { seleccionado(); });
-    QObject::connect(edit_, &QPlainTextEdit::cursorPositionChanged, edit_, [this] { seleccionado(); });
-  }
-  [[nodiscard]] QWidget* widget() const override { return edit_; }
-
- protected:
-  void muestra(const control& from) override {
-    if (from.text() != shown_) {
-      pon_texto(from.text());
-      shown_ = from.text();
-    }
-    start_ = from.sel_start();
-    length_ = from.sel_length();
-    const int start = unidad_de_caracter(shown_, start_);
-    const int end = unidad_de_caracter(shown_, start_ + length_);
-    QTextCursor cursor = edit_->textCursor();
-    if (cursor.selectionStart() == start && cursor.selectionEnd() == end) return;
-    cursor.setPosition(start);
-    cursor.setPosition(end, QTextCursor::KeepAnchor);
-    edit_->setTextCursor(cursor);
-  }
+  enlace_listado(const control& record, puerta& door, const medidas& measures)
+      : enlace_listado(record, door, measures, *new listado) {}
 
  private:
-  [[nodiscard]] int caret() const { return caracter_de_unidad(shown_, edit_->textCursor().position()); }
+  enlace_listado(const control& record, puerta& door, const medidas& measures, listado& edit)
+      : enlace_area(record, door, measures, edit), edit_(edit) {
+    edit_.setReadOnly(true);
+    // A read-only text shows no caret and takes no keys unless told to.
+    edit_.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    edit_.clic = [this] {
+      const int at = caret();
+      actua([this, at](Estructura& window) { window.click_text(which(), at); });
+    };
+    edit_.tecla = [this] {
+      const int at = caret();
+      actua([this, at](Estructura& window) { window.keyup_text(which(), at); });
+    };
+  }
 
-  /// The new text. Where it is the old one with the selection replaced, as the editing buttons leave it, it
-  /// enters as one edit that can be undone; any other text is a new document.
-  void pon_texto(const std::string& text) {
-    const QString before = a_qt(shown_);
-    const QString after = a_qt(text);
-    QTextCursor cursor = edit_->textCursor();
-    const qsizetype head = cursor.selectionStart();
-    const qsizetype tail = before.size() - cursor.selectionEnd();
-    const bool edited = !edit_->isReadOnly() && head + tail > 0 && after.size() >= head + tail &&
-                        QStringView(after).left(head) == QStringView(before).left(head) &&
-                        QStringView(after).right(tail) == QStringView(before).right(tail);
-    if (edited)
-      cursor.insertText(after.mid(head, after.size() - head - tail));
-    else
-      edit_->setPlainText(after);
+  bool pon_texto(const control& from) override {
+    if (from.text() == mostrado()) return false;
+    edit_.setPlainText(a_qt(from.text()));
+    return true;
+  }
+
+  listado& edit_;
+};
+
+// --- the source ---
+
+class enlace_fuente final : public enlace_area {
+ public:
+  enlace_fuente(const control& record, puerta& door, const medidas& measures)
+      : enlace_fuente(record, door, measures, *new editor_fuente) {}
+
+ private:
+  enlace_fuente(const control& record, puerta& door, const medidas& measures, editor_fuente& edit)
+      : enlace_area(record, door, measures, edit), edit_(edit) {
+    QObject::connect(&edit_, &QPlainTextEdit::textChanged, &edit_, [this] { escrito(); });
+  }
+
+  void muestra(const control& from) override {
+    enlace_area::muestra(from);
+    edit_.pon_linea_con_error(from.marked_line());
+  }
+
+  /// What the program changes in the text enters as an edit that can be undone; another document begins a
+  /// history of its own.
+  bool pon_texto(const control& from) override {
+    const bool other_document = from.documents() != documents_;
+    documents_ = from.documents();
+    if (other_document) {
+      edit_.nuevo_documento(a_qt(from.text()));
+      return true;
+    }
+    if (from.text() == mostrado()) return false;
+    const cambio change = cambio_entre(mostrado(), from.text(), edit_.textCursor().selectionStart());
+    edit_.edita(change.start, change.end, change.text);
+    return true;
   }
 
   void escrito() {
     if (door().copiando()) return;
-    const std::string text = de_qt(edit_->document()->toRawText());
+    const std::string text = de_qt(edit_.document()->toRawText());
     // Formats and layouts count as changes of the text for QPlainTextEdit.
-    if (text == shown_) return;
-    shown_ = text;
+    if (text == mostrado()) return;
+    pon_mostrado(text);
     const int at = caret();
     actua([&](Estructura& window) { window.type(which(), text, at); });
   }
 
-  void seleccionado() {
-    // With the text changed but not yet told, positions would be counted in the wrong text; telling it
-    // follows.
-    if (door().copiando() || edit_->document()->characterCount() - 1 != a_qt(shown_).size()) return;
-    const QTextCursor cursor = edit_->textCursor();
-    const int start = caracter_de_unidad(shown_, cursor.selectionStart());
-    const int length = caracter_de_unidad(shown_, cursor.selectionEnd()) - start;
-    if (start == start_ && length == length_) return;
-    start_ = start;
-    length_ = length;
-    actua([&](Estructura& window) { window.select(which(), start, length); });
-  }
-
-  area* edit_;
-  std::string shown_;  ///< the record's text as the widget has it
-  int start_ = 0;      ///< and its selection
-  int length_ = 0;
+  editor_fuente& edit_;
+  unsigned documents_ = 0;
 };
 
 }  // namespace
 
 std::unique_ptr<enlace> enlaza_texto(const control& record, puerta& door, const medidas& measures) {
-  if (record.which() == id::source || record.which() == id::lst)
-    return std::make_unique<enlace_area>(record, door, measures);
+  if (record.which() == id::source) return std::make_unique<enlace_fuente>(record, door, measures);
+  if (record.which() == id::lst) return std::make_unique<enlace_listado>(record, door, measures);
   return std::make_unique<enlace_linea>(record, door, measures);
 }
 

@@ -1,92 +1,17 @@
 #include "ui/qt/enlace.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QLabel>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QWheelEvent>
+#include <QAction>
 
 #include "ui/qt/cuadro_texto.h"
 #include "ui/qt/iconos.h"
 #include "ui/qt/lista.h"
 #include "ui/qt/mapa.h"
-#include "ui/qt/nombres_accesibles.h"
+#include "ui/qt/piezas.h"
 #include "ui/qt/texto_qt.h"
 
 namespace estructura {
 
 namespace {
-
-/// A check box or option button that leaves its value to the record: a click only tells.
-template <class Button>
-class boton_obediente : public Button {
- public:
-  using Button::Button;
-
- protected:
-  void nextCheckState() override {}
-};
-
-/// A push button as wide as it was told to be at least: styles would make a short caption's button wide.
-class pulsador : public QPushButton {
- public:
-  pulsador() {
-    // The Enter key presses it too, as in a dialog.
-    setAutoDefault(true);
-  }
-  [[nodiscard]] QSize sizeHint() const override {
-    const QSize styled = QPushButton::sizeHint();
-    return {minimumWidth() > 0 ? minimumWidth() : styled.width(), styled.height()};
-  }
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-};
-
-class combo_quieto : public QComboBox {
- protected:
-  /// The wheel over the closed list would change the device of someone who only wants to scroll.
-  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
-
-class rotulo_doble : public QLabel {
- public:
-  std::function<void()> doble_click;
-
- protected:
-  /// A text that does not fit ends in an ellipsis where the label may be narrower than it (names of files).
-  void paintEvent(QPaintEvent* event) override {
-    const QRect room = contentsRect();
-    if (sizePolicy().horizontalPolicy() != QSizePolicy::Ignored ||
-        fontMetrics().horizontalAdvance(text()) <= room.width()) {
-      QLabel::paintEvent(event);
-      return;
-    }
-    QPainter painter(this);
-    painter.setPen(palette().color(foregroundRole()));
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()));
-  }
-  void mouseDoubleClickEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton && doble_click) doble_click();
-  }
-};
-
-/// A frame; without a title it draws nothing, it only groups.
-class marco : public QGroupBox {
- public:
-  explicit marco(bool bare) : bare_(bare) {}
-
- protected:
-  void paintEvent(QPaintEvent* event) override {
-    if (!bare_) QGroupBox::paintEvent(event);
-  }
-
- private:
-  bool bare_;
-};
 
 template <class Button>
 class enlace_boton final : public enlace {
@@ -95,8 +20,6 @@ class enlace_boton final : public enlace {
     QObject::connect(button_, &QAbstractButton::clicked, button_,
                      [this] { actua([this](Estructura& window) { window.click(which(), index()); }); });
     button_->setIcon(icono(record.which()));
-    // Options of a pair do not exclude each other here: the record says which one is chosen.
-    button_->setAutoExclusive(false);
   }
   [[nodiscard]] QWidget* widget() const override { return button_; }
 
@@ -112,12 +35,17 @@ class enlace_boton final : public enlace {
 
 class enlace_rotulo final : public enlace {
  public:
-  enlace_rotulo(const control& record, puerta& door) : enlace(record, door), label_(new rotulo_doble) {
+  enlace_rotulo(const control& record, puerta& door) : enlace(record, door), label_(new rotulo) {
     label_->setTextFormat(Qt::PlainText);
-    if (record.which() == id::ciclos)
-      label_->doble_click = [this] {
-        actua([this](Estructura& window) { window.dblclick(which(), index()); });
-      };
+    if (record.which() != id::ciclos) return;
+    label_->doble_click = [this] {
+      actua([this](Estructura& window) { window.dblclick(which(), index()); });
+    };
+    // The same without a mouse: a label takes no focus.
+    auto* reset = new QAction(QStringLiteral("Poner a cero"), label_);
+    reset->setShortcut(Qt::CTRL | Qt::Key_0);
+    QObject::connect(reset, &QAction::triggered, label_, [this] { label_->doble_click(); });
+    label_->addAction(reset);
   }
   [[nodiscard]] QWidget* widget() const override { return label_; }
 
@@ -129,7 +57,7 @@ class enlace_rotulo final : public enlace {
   }
 
  private:
-  rotulo_doble* label_;
+  rotulo* label_;
   std::string shown_;
 };
 
@@ -160,14 +88,11 @@ class enlace_combo final : public enlace {
 
 class enlace_marco final : public enlace {
  public:
-  enlace_marco(const control& record, puerta& door)
-      : enlace(record, door), box_(new marco(record.which() == id::clip)) {}
+  enlace_marco(const control& record, puerta& door) : enlace(record, door), box_(new marco) {}
   [[nodiscard]] QWidget* widget() const override { return box_; }
 
  protected:
-  void muestra(const control& from) override {
-    if (const QString title = a_qt(from.text()); box_->title() != title) box_->setTitle(title);
-  }
+  void muestra(const control& from) override { box_->pon_titulo(a_qt(from.text())); }
 
  private:
   marco* box_;
@@ -191,8 +116,8 @@ class enlace_mapa final : public enlace {
 std::unique_ptr<enlace> por_clase(const control& record, puerta& door, const medidas& measures) {
   switch (record.is()) {
     case kind::button: return std::make_unique<enlace_boton<pulsador>>(record, door);
-    case kind::check: return std::make_unique<enlace_boton<boton_obediente<QCheckBox>>>(record, door);
-    case kind::option: return std::make_unique<enlace_boton<boton_obediente<QRadioButton>>>(record, door);
+    case kind::check: return std::make_unique<enlace_boton<casilla>>(record, door);
+    case kind::option: return std::make_unique<enlace_boton<opcion>>(record, door);
     case kind::label: return std::make_unique<enlace_rotulo>(record, door);
     case kind::combo: return std::make_unique<enlace_combo>(record, door);
     case kind::frame: return std::make_unique<enlace_marco>(record, door);
@@ -225,7 +150,6 @@ std::unique_ptr<enlace> enlaza(const control& record, puerta& door, const medida
   QWidget& widget = *link->widget();
   widget.setParent(panel);
   widget.setObjectName(a_qt(record.name()));
-  widget.setAccessibleName(nombre_accesible(record));
   // Hidden controls keep their place, so that nothing jumps when the device changes.
   QSizePolicy policy = widget.sizePolicy();
   policy.setRetainSizeWhenHidden(true);

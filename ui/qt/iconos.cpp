@@ -10,7 +10,7 @@ namespace estructura {
 
 namespace {
 
-enum class dibujo { ninguno, carpeta, disco, papelera, chip, programa };
+enum class dibujo { ninguno, carpeta, disco, papelera, chip };
 
 dibujo dibujo_de(id which) {
   switch (which) {
@@ -79,23 +79,6 @@ void chip(QPainter& painter) {
   painter.drawArc(QRectF(6.75, 0.5, 2.5, 2.5), 180 * 16, 180 * 16);
 }
 
-/// The program's own: a circuit with its legs and a bright pin. The colours are its own, as a logo's are.
-void programa(QPainter& painter) {
-  const QColor body(38, 50, 56);
-  const QColor legs(144, 164, 174);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(legs);
-  for (const double y : {3.0, 6.0, 9.0, 12.0}) painter.drawRect(QRectF(0.8, y - 0.55, 14.4, 1.1));
-  painter.setBrush(body);
-  painter.drawRoundedRect(QRectF(3, 0.8, 10, 14.4), 1.2, 1.2);
-  painter.setBrush(QColor(255, 202, 40));
-  painter.drawEllipse(QPointF(5.4, 3.2), 0.9, 0.9);
-  painter.setBrush(QColor(239, 83, 80));
-  painter.drawRect(QRectF(5, 7, 6, 1));
-  painter.setBrush(legs);
-  for (const double y : {9.0, 11.0, 13.0}) painter.drawRect(QRectF(5, y, y == 11.0 ? 4 : 6, 1));
-}
-
 class motor final : public QIconEngine {
  public:
   explicit motor(dibujo drawing) : drawing_(drawing) {}
@@ -115,7 +98,6 @@ class motor final : public QIconEngine {
       case dibujo::disco: disco(*painter); break;
       case dibujo::papelera: papelera(*painter); break;
       case dibujo::chip: chip(*painter); break;
-      case dibujo::programa: programa(*painter); break;
       case dibujo::ninguno: break;
     }
     painter->restore();
@@ -147,7 +129,10 @@ QIcon icono(id which) {
 }
 
 QIcon icono_programa() {
-  return QIcon(new motor(dibujo::programa));
+  QIcon picture;
+  for (const int side : {16, 22, 24, 32, 48, 64, 128, 256})
+    picture.addFile(QStringLiteral(":/iconos/%1.png").arg(side), QSize(side, side));
+  return picture;
 }
 
 }  // namespace estructura

@@ -1,14 +1,17 @@
 #include "ui/qt/lista.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyleOptionFocusRect>
 
+#include "ui/qt/colores.h"
 #include "ui/qt/texto_qt.h"
 
 namespace estructura {
@@ -25,7 +28,7 @@ aspecto_lista aspecto(id which) {
     case id::RE: return {.filas = 6, .letras = 3};
     case id::PIL: return {.filas = 2, .letras = 3};
     // "*7FF", "FFF" and the longest instruction, "DECFSZ 1F,W", with their gaps.
-    case id::MP: return {.letras = 24, .tenues = 1, .varias = true};
+    case id::MP: return {.letras = 24, .tenues = 1, .varias = true, .canal = 2};
     default: return {};
   }
 }
@@ -40,7 +43,8 @@ class delegado_lista final : public QStyledItemDelegate {
   delegado_lista(const aspecto_lista& traits, const medidas& measures, QObject* parent)
       : QStyledItemDelegate(parent),
         tenues_(traits.tenues),
-        margin_(traits.holgura * measures.letra / 2),
+        margin_(traits.holgura * measures.letra / 2 + traits.canal * measures.letra),
+        channel_(traits.canal > 0),
         letra_(measures.ancho(100) / 100.0),
         fila_(measures.fila) {}
 
@@ -53,12 +57,26 @@ class delegado_lista final : public QStyledItemDelegate {
     const QPalette::ColorGroup group = !usable  ? QPalette::Disabled
                                        : active ? QPalette::Active
                                                 : QPalette::Inactive;
+    const auto& list = static_cast<const vista_lista&>(*option.widget);
+    const QColor ground =
+        option.palette.color(group, selected ? QPalette::Highlight : list.viewport()->backgroundRole());
     const QColor strong = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
-    QColor faint = strong;
-    if (!selected) faint.setAlphaF(0.62F);
+    const QColor faint = selected ? strong : tenue(strong, ground);
+    const bool next = index.row() == list.siguiente();
+    const bool news = index.row() < 32 && (list.marcadas() >> index.row() & 1U) != 0;
+    if (news) pinta_novedad(*painter, option.rect, ground, selected ? ground : fondo_novedad(ground, strong));
 
-    painter->setFont(option.font);
-    const QString line = index.data(Qt::DisplayRole).toString();
+    QFont font = option.font;
+    font.setBold(news || next);
+    painter->setFont(font);
+    QString line = index.data(Qt::DisplayRole).toString();
+    if (channel_) {
+      if (next) pinta_flecha(*painter, option.rect, strong);
+      if (line.startsWith(QLatin1Char('*'))) {
+        pinta_parada(*painter, option.rect, selected ? strong : disco_parada(ground));
+        line[0] = QLatin1Char(' ');
+      }
+    }
     int column = 0;
     for (qsizetype from = 0; from <= line.size(); ++column) {
       qsizetype to = line.indexOf(QLatin1Char('\t'), from);
@@ -84,8 +102,47 @@ class delegado_lista final : public QStyledItemDelegate {
   }
 
  private:
+  static void pinta_novedad(QPainter& painter, const QRect& row, const QColor& ground, const QColor& marked) {
+    painter.fillRect(row.adjusted(2, 0, -2, 0), marked);
+    painter.fillRect(QRect(row.left(), row.top(), 2, row.height()), barra_novedad(ground));
+  }
+
+  /// A triangle that points at the line.
+  void pinta_flecha(QPainter& painter, const QRect& row, const QColor& colour) const {
+    const double middle = row.top() + row.height() / 2.0;
+    const double half = letra_ * 0.62;
+    const double left = row.left() + letra_ * 0.35;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawPolygon(
+        QPolygonF({{left, middle - half}, {left + 1.5 * half, middle}, {left, middle + half}}));
+    painter.restore();
+  }
+
+  /// The star of a breakpoint upon a disc.
+  void pinta_parada(QPainter& painter, const QRect& row, const QColor& colour) const {
+    const double radius = row.height() * 0.4;
+    const QPointF centre(row.left() + margin_ + letra_ * 0.15, row.top() + row.height() / 2.0);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawEllipse(centre, radius, radius);
+    painter.setPen(sobre(colour));
+    QFont bold = painter.font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    painter.drawText(
+        QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius).translated(0, radius * 0.15),
+        Qt::AlignCenter | Qt::TextDontClip, QStringLiteral("*"));
+    painter.restore();
+  }
+
   int tenues_;
   int margin_;
+  bool channel_;  ///< before the lines there is room for marks
   double letra_;
   int fila_;
 };
@@ -99,6 +156,7 @@ int modelo_lista::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant modelo_lista::data(const QModelIndex& index, int role) const {
+  if (role == Qt::AccessibleTextRole && index.isValid() && voz) return voz(index.row());
   if (role != Qt::DisplayRole || !index.isValid()) return {};
   return a_qt(rows_[static_cast<std::size_t>(index.row())]);
 }
@@ -130,17 +188,30 @@ vista_lista::vista_lista(const aspecto_lista& traits, const medidas& measures) :
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   constexpr int least_rows = 8;  // of a list that grows
-  least_ = {measures.ancho(traits.letras) + traits.holgura * measures.letra,
+  least_ = {measures.ancho(traits.letras) + (traits.holgura + traits.canal) * measures.letra,
             (traits.filas > 0 ? traits.filas : least_rows) * measures.fila};
+  // The sheets on which the lists stand have the frames.
+  setFrameShape(QFrame::NoFrame);
   if (traits.filas > 0) {
-    setFrameShape(QFrame::NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFixedSize(least_);
   } else {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-    least_ += {2 * frameWidth() + verticalScrollBar()->sizeHint().width(), 2 * frameWidth()};
+    least_ += {verticalScrollBar()->sizeHint().width(), 0};
   }
+}
+
+void vista_lista::pon_novedades(std::uint32_t rows) {
+  if (rows == news_) return;
+  news_ = rows;
+  viewport()->update();
+}
+
+void vista_lista::pon_siguiente(int row) {
+  if (row == next_) return;
+  for (const int line : {std::exchange(next_, row), row})
+    if (const QModelIndex index = model()->index(line, 0); index.isValid()) update(index);
 }
 
 std::vector<int> vista_lista::seleccionadas() const {
@@ -151,6 +222,7 @@ std::vector<int> vista_lista::seleccionadas() const {
 }
 
 void vista_lista::pon_seleccion(int current, const std::vector<int>& selected, bool chosen) {
+  const QScopedValueRollback<int> within(within_, within_ + 1);
   if (seleccionadas() != selected) {
     QItemSelection rows;
     for (std::size_t i = 0; i < selected.size();) {
@@ -173,10 +245,37 @@ void vista_lista::pon_seleccion(int current, const std::vector<int>& selected, b
   centra_ = false;
 }
 
+bool vista_lista::event(QEvent* event) {
+  const QScopedValueRollback<int> within(within_, within_ + 1);
+  return QListView::event(event);
+}
+
+bool vista_lista::viewportEvent(QEvent* event) {
+  const QScopedValueRollback<int> within(within_, within_ + 1);
+  return QListView::viewportEvent(event);
+}
+
+void vista_lista::selectionChanged(const QItemSelection& now, const QItemSelection& before) {
+  QListView::selectionChanged(now, before);
+  if (within_ > 0 || !elegida) return;
+  // Neither a mouse nor a key nor the record: a screen reader or the like has chosen, for the person.
+  if (!now.isEmpty()) {
+    const int row = now.indexes().front().row();
+    elegida(row, traits_.varias ? seleccionadas() : std::vector<int>{row});
+  } else if (traits_.varias && !before.isEmpty()) {
+    elegida(before.indexes().front().row(), seleccionadas());
+  }
+}
+
 void vista_lista::scrollTo(const QModelIndex& index, ScrollHint hint) {
   // A line that the program chooses out of sight comes to the middle, with what stands around it.
   const bool far = centra_ && !viewport()->rect().intersects(visualRect(index));
   QListView::scrollTo(index, far ? PositionAtCenter : hint);
+}
+
+void vista_lista::keyboardSearch(const QString& search) {
+  // The Space key selects, and then Qt looks for the next line that begins with a blank: nearly all do.
+  if (!search.trimmed().isEmpty()) QListView::keyboardSearch(search);
 }
 
 void vista_lista::dataChanged(const QModelIndex& from, const QModelIndex& to, const QList<int>& roles) {

@@ -10,6 +10,7 @@
 // through the door and comes back from there.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,6 +31,9 @@ class modelo_lista final : public QAbstractListModel {
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
+  /// What is read aloud of a line, where it is more than what is shown.
+  std::function<QString(int row)> voz;
+
   /// The rows as they are now. Only lines whose text differs are announced.
   void pon(const std::vector<std::string>& rows);
 
@@ -44,6 +48,7 @@ struct aspecto_lista {
   int holgura = 1;      ///< room beside them, in characters, half of it at either side
   int tenues = 0;       ///< leading columns in a fainter colour, of names and addresses
   bool varias = false;  ///< several lines may be selected
+  int canal = 0;        ///< characters of room before them, for the arrow of the current instruction
 };
 
 class vista_lista final : public QListView {
@@ -57,6 +62,14 @@ class vista_lista final : public QListView {
 
   /// Takes the record's selection; `chosen`: the record has chosen anew, be it the same line.
   void pon_seleccion(int current, const std::vector<int>& selected, bool chosen);
+
+  /// Lines that have changed: a bit for each, the first one's lowest.
+  void pon_novedades(std::uint32_t rows);
+  [[nodiscard]] std::uint32_t marcadas() const { return news_; }
+  /// The line of the instruction that is executed next, -1 for none.
+  void pon_siguiente(int row);
+  [[nodiscard]] int siguiente() const { return next_; }
+
   [[nodiscard]] int actual() const { return currentIndex().row(); }
   [[nodiscard]] std::vector<int> seleccionadas() const;
 
@@ -64,6 +77,7 @@ class vista_lista final : public QListView {
   [[nodiscard]] QSize minimumSizeHint() const override { return least_; }
 
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+  void keyboardSearch(const QString& search) override;
 
  protected:
   void dataChanged(const QModelIndex& from, const QModelIndex& to, const QList<int>& roles) override;
@@ -75,6 +89,9 @@ class vista_lista final : public QListView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  bool event(QEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;
 
  private:
   void avisa();
@@ -83,7 +100,10 @@ class vista_lista final : public QListView {
   aspecto_lista traits_;
   QSize least_;
   bool centra_ = false;  ///< it is the record that moves the current line
-  int cursor_ = -1;      ///< line the arrow keys stand on in a list of single selection, -1 none
+  int within_ = 0;  ///< events and copies of the record in progress: whoever selects then tells it himself
+  std::uint32_t news_ = 0;
+  int next_ = -1;
+  int cursor_ = -1;  ///< line the arrow keys stand on in a list of single selection, -1 none
 };
 
 std::unique_ptr<enlace> enlaza_lista(const control& record, puerta& door, const medidas& measures);

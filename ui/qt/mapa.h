@@ -4,12 +4,12 @@
 //   map.pon(window.look_map());
 //   map.escala(), map.fila(0x1FF), map.marca()
 //
-// Rows are far thinner than a pixel on most devices: within a pixel blue wins over yellow, so that no
-// breakpoint is lost.
+// Rows are far thinner than a pixel on most devices: a word alone takes a whole one, a breakpoint and the
+// marker some, and where several fall together the breakpoint is seen. They differ by more than their
+// colours: words are thin, breakpoints thick with a light edge, and the marker has a head.
 #pragma once
 
 #include <functional>
-#include <vector>
 
 #include <QFrame>
 
@@ -41,6 +41,9 @@ class mapa_qt final : public QFrame {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  void pinta_palabras(QPainter& painter, const QRect& area) const;
+  void pinta_marca(QPainter& painter, const QRect& area) const;
+
   map_view view_;
 };
 

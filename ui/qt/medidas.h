@@ -6,9 +6,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 
 #include <QFont>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QString>
 
@@ -19,13 +21,17 @@ struct medidas {
   int letra;   ///< width of one of its characters
   int fila;    ///< height of a list line, and of the labels that stand beside one
   int hueco;   ///< gap between neighbours
+  int campo;   ///< height of an entry of one line, and of the labels framed like one
 
   explicit medidas(const QFont& base) : mono(QFontDatabase::systemFont(QFontDatabase::FixedFont)) {
     mono.setPointSizeF(base.pointSizeF());
     const QFontMetrics metrics(mono);
     letra = metrics.horizontalAdvance(QLatin1Char('0'));
-    fila = metrics.height() + std::max(1, metrics.height() / 12);
-    hueco = std::max(3, metrics.height() / 3);
+    // Fonts differ much in the room they ask for above and below their letters; the panel is dense with all.
+    constexpr double of_letter = 1.34;
+    fila = static_cast<int>(std::lround(QFontInfo(mono).pixelSize() * of_letter));
+    hueco = std::max(3, fila / 3);
+    campo = fila + hueco + 1;
   }
 
   /// Width of so many characters of the fixed font; a character by itself may not be whole pixels wide.

@@ -1,5 +1,6 @@
 #include "ui/qt/texto_qt.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace estructura {
@@ -29,21 +30,53 @@ paso paso_en(std::string_view text, std::size_t at) {
   return {bytes, 1, bytes == 4 ? 2 : 1};
 }
 
+/// Byte of the record's text at which a unit stands.
+std::size_t byte_de_unidad(std::string_view text, int unit) {
+  std::size_t at = 0;
+  for (int units = 0; at < text.size() && units < unit;) {
+    const paso one = paso_en(text, at);
+    at += one.bytes;
+    units += one.units;
+  }
+  return at;
+}
+
+/// Whether a text may be cut there: not within a character, nor within a line end.
+bool se_puede_cortar(std::string_view text, std::size_t at) {
+  if (at == 0 || at >= text.size()) return true;
+  const bool within_character = (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+  return !within_character && !(text[at - 1] == '\r' && text[at] == '\n');
+}
+
 }  // namespace
 
 QString a_qt(std::string_view text) {
   QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  result.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  // The string is shortened where it stands: one by one its line ends would be moved over and over.
+  qsizetype kept = 0;
+  for (qsizetype at = 0; at < result.size(); ++at) {
+    const bool line_end =
+        result[at] == QLatin1Char('\r') && at + 1 < result.size() && result[at + 1] == QLatin1Char('\n');
+    if (!line_end) result[kept++] = result[at];
+  }
+  result.truncate(kept);
   return result;
 }
 
 std::string de_qt(const QString& text) {
-  QString lines = text;
-  lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-  lines.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-  lines.replace(QChar::LineSeparator, QLatin1Char('\n'));
-  lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  lines.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+  QString lines;
+  lines.reserve(text.size() + text.size() / 16);
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    const QChar c = text[at];
+    const bool feed = c == QLatin1Char('\n');
+    if (feed && at > 0 && text[at - 1] == QLatin1Char('\r')) continue;
+    const bool line_end =
+        feed || c == QLatin1Char('\r') || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+    if (line_end)
+      lines += QLatin1String("\r\n");
+    else
+      lines += c;
+  }
   return lines.toStdString();
 }
 
@@ -71,6 +104,36 @@ int caracter_de_unidad(std::string_view text, int unit) {
     characters += one.characters;
   }
   return characters;
+}
+
+int unidades(std::string_view text) {
+  int units = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const paso one = paso_en(text, at);
+    at += one.bytes;
+    units += one.units;
+  }
+  return units;
+}
+
+cambio cambio_entre(std::string_view before, std::string_view after, int caret) {
+  const std::size_t shorter = std::min(before.size(), after.size());
+  const auto head = static_cast<std::size_t>(
+      std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), after.begin())
+          .first -
+      before.begin());
+  std::size_t tail = 0;
+  while (tail < shorter && before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) ++tail;
+  // Where head and tail overlap, something was only put in or only taken out, anywhere between the two.
+  std::size_t start = head;
+  if (head + tail > shorter) start = std::clamp(byte_de_unidad(before, caret), shorter - tail, head);
+  tail = std::min(tail, shorter - start);
+  while (!se_puede_cortar(before, start) || !se_puede_cortar(after, start)) --start;
+  while (!se_puede_cortar(before, before.size() - tail) || !se_puede_cortar(after, after.size() - tail))
+    --tail;
+  const std::string_view old = before.substr(start, before.size() - tail - start);
+  const int first = unidades(before.substr(0, start));
+  return {first, first + unidades(old), a_qt(after.substr(start, after.size() - tail - start))};
 }
 
 }  // namespace estructura

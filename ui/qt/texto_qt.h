@@ -6,6 +6,7 @@
 //   de_qt("uno\ndos")                      -> "uno\r\ndos"
 //   unidad_de_caracter("uno\r\ndos", 5)    -> 4
 //   caracter_de_unidad("uno\r\ndos", 4)    -> 5
+//   cambio_entre("uno\r\ndos", "uno\r\nX\r\ndos", 3)   -> units 4 to 4 become "X\n"
 #pragma once
 
 #include <string>
@@ -26,5 +27,19 @@ std::string de_qt(const QString& text);
 /// end.
 int unidad_de_caracter(std::string_view text, int character);
 int caracter_de_unidad(std::string_view text, int unit);
+
+/// How many units a text takes in a widget.
+int unidades(std::string_view text);
+
+/// One replacement that makes a widget's text another: the units from `start` to `end` become `text`.
+struct cambio {
+  int start;
+  int end;
+  QString text;
+};
+
+/// The least that was changed between two of the record's texts. Where it could have been in several places
+/// (a blank among blanks), it is taken nearest to the unit `caret` of the old one.
+cambio cambio_entre(std::string_view before, std::string_view after, int caret);
 
 }  // namespace estructura

@@ -6,8 +6,11 @@
 #include <QCloseEvent>
 #include <QScreen>
 
+#include "ui/qt/colores.h"
 #include "ui/qt/iconos.h"
+#include "ui/qt/lista.h"
 #include "ui/qt/mapa.h"
+#include "ui/qt/teclas.h"
 
 namespace estructura {
 
@@ -40,6 +43,7 @@ ventana::ventana(Estructura& window, QWidget* parent) : QMainWindow(parent), win
   setObjectName(QStringLiteral("Estructura"));
   setWindowTitle(QStringLiteral("Estructura"));
   setWindowIcon(icono_programa());
+  toma_colores();
   construye();
   // A desktop with large letters on a small screen: somewhat smaller ones rather than a window that does not
   // fit.
@@ -53,6 +57,7 @@ ventana::ventana(Estructura& window, QWidget* parent) : QMainWindow(parent), win
   resize(minimumSizeHint().expandedTo(room.boundedTo(QSize(first_width, first_height))));
   QObject::connect(qApp, &QApplication::focusChanged, this,
                    [this](const QWidget*, const QWidget* now) { foco_movido(now); });
+  pon_teclas(*this);
 }
 
 ventana::~ventana() {
@@ -65,6 +70,7 @@ void ventana::derriba() {
   const copia_en_curso lock(*this);
   delete takeCentralWidget();
   layout_.reset();
+  news_.reset();
   by_widget_.clear();
   links_.clear();
 }
@@ -74,6 +80,8 @@ void ventana::construye() {
   const std::vector<control>& controls = window_.look_all();
   auto* const panel = new QWidget;
   setCentralWidget(panel);
+  const auto find = [this](id which, int index) { return widget_of(which, index); };
+  names_ = std::make_unique<nombres_accesibles>(window_, find);
   first_.fill(-1);
   {
     const copia_en_curso lock(*this);
@@ -82,22 +90,34 @@ void ventana::construye() {
       if (first < 0) first = static_cast<int>(links_.size());
       links_.push_back(enlaza(record, *this, measures, panel));
       by_widget_[links_.back()->widget()] = links_.back().get();
+      if (record.is() == kind::check || record.is() == kind::option)
+        links_.back()->widget()->setStyle(&marks_);
       // The captions come before the layout, which is made of their sizes.
       links_.back()->prepara(record);
     }
   }
   layout_ = std::make_unique<composicion>(
-      *panel, [this](id which, int index) { return widget_of(which, index); },
-      [this](id which, QWidget* companion) { enlace_de(which, 0).acompana(companion); }, measures);
+      *panel, find, [this](id which, QWidget* companion) { enlace_de(which, 0).acompana(companion); },
+      measures);
   map_ = static_cast<mapa_qt*>(widget_of(id::mapa));
+  program_ = static_cast<vista_lista*>(widget_of(id::MP));
+  news_ = std::make_unique<novedades>(controls, find);
+  names_->enlaza();
 
-  // The Tab key walks the controls in the order of their table.
+  // The Tab key walks the controls in the order of their table, the boxes of a port from the left, where bit
+  // 7 stands. In lists of names and addresses there is nothing to do, and the values beside them tell both.
+  for (const id names : {id::nomre, id::nombres, id::dirmd})
+    for (int i = 0; i < declared(names).count; ++i) widget_of(names, i)->setFocusPolicy(Qt::ClickFocus);
   QWidget* before = nullptr;
-  for (const auto& link : links_) {
-    QWidget* const widget = link->widget();
-    if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
-    if (before != nullptr) setTabOrder(before, widget);
-    before = widget;
+  for (int i = 0; i < id_count; ++i) {
+    const declaration& row = declared(static_cast<id>(i));
+    const bool pins = row.frame == id::Frame5 && row.is == kind::check;
+    for (int member = 0; member < row.count; ++member) {
+      QWidget* const widget = widget_of(row.which, pins ? row.count - 1 - member : member);
+      if ((widget->focusPolicy() & Qt::TabFocus) == 0) continue;
+      if (before != nullptr) setTabOrder(before, widget);
+      before = widget;
+    }
   }
   // At the start no control has the focus; the panel takes it and shows nothing.
   centralWidget()->setFocus();
@@ -143,6 +163,9 @@ void ventana::actualiza() {
   if (!late_.empty()) copia_foco();
   layout_->acomoda();
   map_->pon(window_.look_map());
+  program_->pon_siguiente(window_.chip().cpu.pc);
+  news_->mira(controls, window_.chip().running);
+  names_->actualiza();
 }
 
 // --- focus ---
@@ -160,6 +183,20 @@ void ventana::foco_movido(const QWidget* now) {
   enlace& link = *found->second;
   if (window_.focused() == focus_place{link.which(), link.index()}) return;
   actua(link, [&](Estructura& window) { window.focus(link.which(), link.index()); });
+}
+
+// --- colours ---
+
+void ventana::toma_colores() {
+  // Setting the palette comes back here.
+  if (desktop_colours_ == QApplication::palette()) return;
+  desktop_colours_ = QApplication::palette();
+  setPalette(paleta_legible(*desktop_colours_));
+}
+
+void ventana::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) toma_colores();
 }
 
 // --- closing ---

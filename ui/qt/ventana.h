@@ -14,6 +14,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -22,10 +23,14 @@
 #include "ui/estructura.h"
 #include "ui/qt/composicion.h"
 #include "ui/qt/enlace.h"
+#include "ui/qt/nombres_accesibles.h"
+#include "ui/qt/novedades.h"
+#include "ui/qt/piezas.h"
 
 namespace estructura {
 
 class mapa_qt;
+class vista_lista;
 
 class ventana final : public QMainWindow, private puerta {
  public:
@@ -42,12 +47,14 @@ class ventana final : public QMainWindow, private puerta {
   [[nodiscard]] Estructura& estructura() { return window_; }
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void actua(enlace& from, const std::function<void(Estructura&)>& action) override;
   void construye();
   void derriba();
+  void toma_colores();
   void foco_movido(const QWidget* now);
   void copia_foco();
   [[nodiscard]] enlace& enlace_de(id which, int index) const;
@@ -59,7 +66,12 @@ class ventana final : public QMainWindow, private puerta {
   std::unordered_map<const QWidget*, enlace*> by_widget_;
   std::vector<std::size_t> late_;
   std::unique_ptr<composicion> layout_;
+  std::unique_ptr<nombres_accesibles> names_;
+  marcas_a_medida marks_;
+  std::unique_ptr<novedades> news_;
+  std::optional<QPalette> desktop_colours_;  ///< those that the window's are made of
   mapa_qt* map_ = nullptr;
+  vista_lista* program_ = nullptr;
   bool closing_ = false;
 };
 

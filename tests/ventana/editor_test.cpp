@@ -1,0 +1,384 @@
+// The source editor: its history, its line numbers, the line with the error, its colours, and enormous texts.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QInputMethodEvent>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+
+#include "tests/ventana/abierta.h"
+#include "ui/qt/colores.h"
+#include "ui/qt/editor_fuente.h"
+
+namespace estructura {
+namespace {
+
+class editor : public ventana_de_prueba {
+ protected:
+  void undo() { tecla(Qt::Key_Z, Qt::ControlModifier); }
+  void redo() { tecla(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }
+  /// What widget and record show alike; the difference otherwise.
+  std::string texto_de_ambos() {
+    const std::string shown = fuente().toPlainText().replace("\n", "\r\n").toStdString();
+    return shown == texto() ? shown : "widget: " + shown + " record: " + texto();
+  }
+  void paint() {
+    window.repaint();
+    QCoreApplication::processEvents();
+  }
+  QList<QTextLayout::FormatRange> formats(int line) {
+    paint();
+    return fuente().document()->findBlockByNumber(line).layout()->formats();
+  }
+};
+
+// --- history ---
+
+TEST_F(editor, each_editing_button_is_undone_and_done_again_as_one_step) {
+  escribe("ab");
+  QGuiApplication::clipboard()->setText("cd\nef");
+  click(id::Pegar);
+  click(id::tab);
+  EXPECT_EQ(texto_de_ambos(), "abcd\r\nef" + std::string(15, ' '));
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "abcd\r\nef");
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "ab");
+  redo();
+  redo();
+  EXPECT_EQ(texto_de_ambos(), "abcd\r\nef" + std::string(15, ' '));
+  EXPECT_EQ(QApplication::focusWidget(), &fuente());
+}
+
+TEST_F(editor, typing_around_a_button_is_undone_apart_from_it) {
+  escribe("ab");
+  click(id::tab);
+  QTest::keyClicks(&fuente(), "cd");
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "ab" + std::string(15, ' '));
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "ab");
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "");
+}
+
+TEST_F(editor, a_cut_is_undone) {
+  escribe("abcdef");
+  record.select(id::source, 2, 3);
+  window.actualiza();
+  click(id::Cortar);
+  EXPECT_EQ(texto_de_ambos(), "abf");
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "abcdef");
+}
+
+TEST_F(editor, undoing_a_tab_among_blanks_leaves_the_caret_where_it_was) {
+  escribe("a          b");
+  record.select(id::source, 4, 0);
+  window.actualiza();
+  click(id::tab);
+  EXPECT_EQ(record.look(id::source).sel_start(), 19);
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "a          b");
+  EXPECT_EQ(record.look(id::source).sel_start(), 4);
+}
+
+TEST_F(editor, the_line_end_that_assembling_adds_keeps_the_history) {
+  escribe("NOP");
+  click(id::Ensamblar);
+  EXPECT_EQ(texto_de_ambos(), "NOP\r\n");
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "NOP");
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "");
+}
+
+TEST_F(editor, undoing_tells_the_document_that_it_was_changed) {
+  escribe("uno");
+  host.file = folder.filePath("uno.asm").toStdString();
+  click(id::salvarasm);
+  ASSERT_FALSE(record.source().modified);
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "");
+  redo();
+  EXPECT_EQ(texto_de_ambos(), "uno");
+  EXPECT_TRUE(record.source().modified);
+}
+
+TEST_F(editor, disassembling_is_undone_as_one_step_of_the_same_document) {
+  escribe("SLEEP");
+  click(id::Ensamblar);
+  click(id::desensamblar);
+  const std::string disassembled = texto_de_ambos();
+  ASSERT_NE(disassembled, "SLEEP\r\n");
+  EXPECT_EQ(record.look(id::source).sel_start(), 0);
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "SLEEP\r\n");
+  EXPECT_TRUE(record.source().modified);
+  redo();
+  EXPECT_EQ(texto_de_ambos(), disassembled);
+}
+
+TEST_F(editor, a_loaded_file_and_a_cleared_source_begin_a_history) {
+  escribe("viejo");
+  carga("nuevo\r\n");
+  EXPECT_EQ(texto_de_ambos(), "nuevo");
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "nuevo");
+  EXPECT_FALSE(record.source().modified);
+  QTest::keyClicks(&fuente(), "x");
+  click(id::borrarasm);
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "");
+}
+
+TEST_F(editor, a_text_emptied_by_hand_does_not_come_back_into_a_new_document) {
+  carga("viejo\r\n");
+  fuente().setFocus();
+  fuente().selectAll();
+  tecla(Qt::Key_Delete);
+  click(id::borrarasm);
+  fuente().setFocus();
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "");
+}
+
+TEST_F(editor, ctrl_y_does_again_too) {
+  escribe("a");
+  undo();
+  tecla(Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(texto_de_ambos(), "a");
+}
+
+TEST_F(editor, what_is_pasted_comes_into_sight) {
+  QGuiApplication::clipboard()->setText(QStringLiteral("NOP\n").repeated(500));
+  fuente().setFocus();
+  click(id::Pegar);
+  paint();
+  EXPECT_TRUE(fuente().viewport()->rect().contains(fuente().cursorRect().center()));
+}
+
+// --- line numbers ---
+
+TEST_F(editor, the_line_numbers_stand_beside_the_text_and_give_way_to_more_digits) {
+  carga("NOP\r\n");
+  const int narrow = fuente().margen().width();
+  EXPECT_GT(narrow, 0);
+  EXPECT_EQ(fuente().margen().geometry().right() + 1, fuente().viewport()->geometry().left());
+  EXPECT_EQ(fuente().margen().geometry().top(), fuente().viewport()->geometry().top());
+  carga(QByteArray("NOP\r\n").repeated(998) + "NOP");
+  ASSERT_EQ(fuente().blockCount(), 999);
+  EXPECT_EQ(fuente().margen().width(), narrow);
+  carga(QByteArray("NOP\r\n").repeated(999) + "NOP");
+  EXPECT_GT(fuente().margen().width(), narrow);
+  EXPECT_EQ(fuente().margen().geometry().right() + 1, fuente().viewport()->geometry().left());
+}
+
+TEST_F(editor, a_number_is_seen_for_each_line_that_there_is) {
+  carga("NOP\r\nNOP\r\nNOP");
+  paint();
+  const QImage picture = const_cast<QWidget&>(fuente().margen()).grab().toImage();
+  const qreal scale = picture.devicePixelRatio();
+  const int height = fuente().fontMetrics().height();
+  const auto inked = [&](int line) {
+    const int top = static_cast<int>((fuente().document()->documentMargin() + line * height) * scale);
+    for (int y = top; y < top + height * scale; ++y)
+      for (int x = 0; x < picture.width(); ++x)
+        if (picture.pixel(x, y) != fuente().colores().fondo_margen.rgb()) return true;
+    return false;
+  };
+  for (int line = 0; line < 3; ++line) EXPECT_TRUE(inked(line)) << line;
+  EXPECT_FALSE(inked(3));
+}
+
+// --- the line with the error ---
+
+TEST_F(editor, the_line_with_the_error_is_marked_until_the_text_changes) {
+  carga("NOP\r\nNOP\r\nNOPE 1\r\nNOP");
+  click(id::Ensamblar);
+  EXPECT_EQ(host.boxes, 1);
+  EXPECT_EQ(fuente().linea_con_error(), 3);
+  ASSERT_EQ(fuente().extraSelections().size(), 1);
+  EXPECT_EQ(fuente().extraSelections()[0].cursor.blockNumber(), 2);
+  EXPECT_EQ(fuente().textCursor().selectedText(), "NOPE 1");
+  paint();
+  const QImage margin = const_cast<QWidget&>(fuente().margen()).grab().toImage();
+  const QRect line = fuente().cursorRect();
+  EXPECT_EQ(margin.pixel(1, static_cast<int>(line.center().y() * margin.devicePixelRatio())),
+            fuente().colores().sello_error.rgb());
+  QTest::keyClicks(&fuente(), "N");
+  EXPECT_EQ(fuente().linea_con_error(), 0);
+  EXPECT_TRUE(fuente().extraSelections().isEmpty());
+  // The mark belongs to an assembly, not to a text.
+  undo();
+  EXPECT_EQ(texto_de_ambos(), "NOP\r\nNOP\r\nNOPE 1\r\nNOP\r\n");
+  EXPECT_EQ(fuente().linea_con_error(), 0);
+}
+
+TEST_F(editor, an_error_far_away_comes_into_sight_with_the_beginning_of_its_line) {
+  carga(QByteArray("NOP\r\n").repeated(400) + "NOPE " + QByteArray("x").repeated(400) + "\r\nNOP");
+  click(id::Ensamblar);
+  paint();
+  EXPECT_EQ(fuente().linea_con_error(), 401);
+  EXPECT_EQ(fuente().horizontalScrollBar()->value(), 0);
+  QTextCursor start(fuente().document()->findBlockByNumber(400));
+  EXPECT_TRUE(fuente().viewport()->rect().contains(fuente().cursorRect(start).center()));
+}
+
+TEST_F(editor, the_same_error_again_comes_into_sight_again) {
+  carga(QByteArray("NOP\r\n").repeated(400) + "FOO\r\n");
+  for (int time = 0; time < 2; ++time) {
+    fuente().verticalScrollBar()->setValue(0);
+    click(id::Ensamblar);
+    EXPECT_TRUE(fuente().viewport()->rect().contains(fuente().cursorRect().center())) << time;
+  }
+}
+
+TEST_F(editor, an_assembly_without_error_takes_the_mark_away) {
+  record.pick(id::PIC, "16C54");
+  carga("ORG 200\r\nNOP\r\n ");
+  click(id::Ensamblar);
+  ASSERT_EQ(fuente().linea_con_error(), 2);
+  record.pick(id::PIC, "16C57");
+  click(id::Ensamblar);
+  EXPECT_EQ(fuente().linea_con_error(), 0);
+}
+
+// --- colours ---
+
+TEST_F(editor, what_is_seen_is_coloured_and_follows_what_is_typed) {
+  carga("A: MOVLW 10 ; c\r\nNO");
+  const colores_fuente& colours = fuente().colores();
+  const auto first = formats(0);
+  ASSERT_EQ(first.size(), 4);
+  EXPECT_EQ(first[0].format.foreground().color(), colours.de(parte::etiqueta));
+  EXPECT_EQ(first[1].format.foreground().color(), colours.de(parte::mnemonico));
+  EXPECT_EQ(first[2].format.foreground().color(), colours.de(parte::numero));
+  EXPECT_EQ(first[3].format.foreground().color(), colours.de(parte::comentario));
+  EXPECT_TRUE(formats(1).isEmpty());
+  fuente().setFocus();
+  fuente().moveCursor(QTextCursor::End);
+  QTest::keyClicks(&fuente(), "P");
+  EXPECT_EQ(formats(1).size(), 1);
+  tecla(Qt::Key_Backspace);
+  EXPECT_TRUE(formats(1).isEmpty());
+}
+
+TEST_F(editor, colours_are_no_change_of_the_text) {
+  carga("NOP ; uno\r\nMOVLW 10");
+  paint();
+  EXPECT_FALSE(record.source().modified);
+  EXPECT_FALSE(fuente().document()->isUndoAvailable());
+  EXPECT_EQ(record.look(id::source).sel_start(), 0);
+}
+
+TEST_F(editor, lines_out_of_sight_wait_until_they_are_seen) {
+  carga(QByteArray("NOP\r\n").repeated(5000) + "NOP");
+  EXPECT_EQ(formats(0).size(), 1);
+  EXPECT_TRUE(formats(4000).isEmpty());
+  fuente().verticalScrollBar()->setValue(4000);
+  EXPECT_EQ(formats(4000).size(), 1);
+}
+
+TEST_F(editor, another_palette_colours_anew) {
+  carga("NOP");
+  const QColor light = formats(0)[0].format.foreground().color();
+  QPalette dark = window.palette();
+  dark.setColor(QPalette::Base, Qt::black);
+  dark.setColor(QPalette::Text, Qt::white);
+  window.setPalette(dark);
+  const QColor other = formats(0)[0].format.foreground().color();
+  EXPECT_NE(other, light);
+  EXPECT_GE(contraste(other, Qt::black), contraste_minimo);
+}
+
+TEST_F(editor, colours_give_way_to_an_input_method_that_composes_and_come_back) {
+  carga("MOVLW 10");
+  ASSERT_EQ(formats(0).size(), 2);
+  fuente().setFocus();
+  fuente().moveCursor(QTextCursor::End);
+  QTextCharFormat underlined;
+  underlined.setFontUnderline(true);
+  QInputMethodEvent composing(QStringLiteral("´"), {{QInputMethodEvent::TextFormat, 0, 1,
+                                                     QVariant::fromValue<QTextFormat>(underlined)}});
+  QApplication::sendEvent(&fuente(), &composing);
+  const auto meanwhile = formats(0);
+  ASSERT_EQ(meanwhile.size(), 1);
+  EXPECT_TRUE(meanwhile[0].format.fontUnderline());
+  QInputMethodEvent given_up;
+  QApplication::sendEvent(&fuente(), &given_up);
+  EXPECT_EQ(formats(0).size(), 2);
+  EXPECT_EQ(texto_de_ambos(), "MOVLW 10");
+}
+
+// --- enormous texts ---
+
+constexpr int megabyte = 1'000'000;
+
+QByteArray many_lines() {
+  QByteArray text;
+  for (int i = 0; text.size() < megabyte; ++i)
+    text += "L" + QByteArray::number(i) + ":\tMOVLW\t" + QByteArray::number(i % 100) + "\t; algo\r\n";
+  return text;
+}
+
+// The limits are many times what it takes here, so that a machine under load does not fail them.
+TEST_F(editor, a_megabyte_is_loaded_typed_in_and_assembled_without_a_wait) {
+  const QByteArray text = many_lines();
+  QElapsedTimer time;
+  time.start();
+  carga(text);
+  paint();
+  EXPECT_LT(time.elapsed(), 1000) << "loading";
+  QTextCursor middle = fuente().textCursor();
+  middle.setPosition(static_cast<int>(text.size() / 2));
+  fuente().setTextCursor(middle);
+  fuente().setFocus();
+  paint();
+  time.restart();
+  for (int i = 0; i < 10; ++i) {
+    QTest::keyClick(&fuente(), Qt::Key_A);
+    paint();
+  }
+  EXPECT_LT(time.elapsed(), 10 * 50) << "typing";
+  EXPECT_EQ(texto().size(), static_cast<std::size_t>(text.size()) - 2 + 10);
+  for (int i = 0; i < 10; ++i) undo();
+  EXPECT_EQ(texto() + "\r\n", text.toStdString());
+  time.restart();
+  // A name that begins with L and a number is no wrong one, so only the end of the memory stops it.
+  click(id::Ensamblar);
+  paint();
+  EXPECT_LT(time.elapsed(), 2000) << "assembling";
+  EXPECT_EQ(fuente().linea_con_error(), 2049);
+}
+
+TEST_F(editor, a_line_of_a_million_characters_can_be_loaded_and_typed_in) {
+  const QByteArray line = QByteArray("MOVLW 10 ").repeated(megabyte / 9);
+  QElapsedTimer time;
+  time.start();
+  carga(line);
+  paint();
+  EXPECT_LT(time.elapsed(), 3000) << "loading";
+  fuente().setFocus();
+  time.restart();
+  QTest::keyClick(&fuente(), Qt::Key_A);
+  paint();
+  EXPECT_LT(time.elapsed(), 3000) << "typing";
+  EXPECT_EQ(texto(), "a" + line.toStdString());
+  time.restart();
+  click(id::Ensamblar);
+  paint();
+  EXPECT_LT(time.elapsed(), 3000) << "assembling";
+  EXPECT_EQ(fuente().linea_con_error(), 1);
+}
+
+}  // namespace
+}  // namespace estructura

@@ -1,0 +1,196 @@
+// The keyboard: function keys as clicks on their buttons, mnemonics, arrow keys and Enter in lists.
+#include "ui/qt/teclas.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QListView>
+#include <QTimer>
+
+#include "tests/ventana/abierta.h"
+
+namespace estructura {
+namespace {
+
+class teclado : public ventana_de_prueba {
+ protected:
+  void SetUp() override {
+    chipstate& chip = record.poke();
+    chip.progmem[0] = 0xA00;  // GOTO 0
+    chip.progmem[2047] = 0xA00;
+  }
+  void pulsa(Qt::Key key) { QTest::keyClick(&window, key); }
+  /// Presses a key again and again at moments of a run, and does something at the first.
+  void durante(const std::function<void()>& action) {
+    auto* const poll = new QTimer(&window);
+    QObject::connect(poll, &QTimer::timeout, &window, [this, poll, action] {
+      if (!record.chip().running || record.chip().cycles < 1000) return;
+      poll->stop();
+      action();
+    });
+    poll->start(1);
+  }
+};
+
+TEST_F(teclado, f7_and_f8_execute_one_instruction_and_move_the_focus) {
+  for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8}) {
+    fuente().setFocus();
+    const auto before = record.chip().cycles;
+    pulsa(key);
+    EXPECT_GT(record.chip().cycles, before);
+    EXPECT_EQ(record.focused(), (focus_place{id::eje1, 0}));
+    EXPECT_EQ(QApplication::focusWidget(), &at(id::eje1));
+  }
+}
+
+// A click on a button takes the focus from the list of registers, which then leaves its line; so does the
+// key.
+TEST_F(teclado, a_function_key_takes_the_focus_as_a_click_does) {
+  anfitrion_callado other_host;
+  Estructura other(other_host);
+  other.Form_Load();
+  other.poke() = record.poke();
+  for (Estructura* one : {&record, &other}) one->click_row(id::RE, 0, 1);
+  window.actualiza();
+  pulsa(Qt::Key_F8);
+  other.click(id::eje1);
+  EXPECT_EQ(record.focused(), other.focused());
+  EXPECT_EQ(record.look(id::dirdat).text(), other.look(id::dirdat).text());
+  EXPECT_EQ(record.look(id::dat).enabled(), other.look(id::dat).enabled());
+  EXPECT_EQ(record.look(id::RE).row(), other.look(id::RE).row());
+}
+
+TEST_F(teclado, f5_runs_and_stops) {
+  durante([this] {
+    EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "&Parar");
+    EXPECT_EQ(record.focused(), (focus_place{id::ejecutar, 0}));
+    pulsa(Qt::Key_F5);
+  });
+  pulsa(Qt::Key_F5);
+  EXPECT_FALSE(record.chip().running);
+  EXPECT_GE(record.chip().cycles, 1000);
+  EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "Ejecu&tar");
+}
+
+TEST_F(teclado, f7_and_f8_do_nothing_during_a_run) {
+  durante([this] {
+    EXPECT_FALSE(at(id::eje1).isEnabled());
+    const auto before = record.chip().cycles;
+    pulsa(Qt::Key_F7);
+    pulsa(Qt::Key_F8);
+    EXPECT_EQ(record.chip().cycles, before);
+    EXPECT_EQ(record.focused(), (focus_place{id::ejecutar, 0}));
+    pulsa(Qt::Key_F5);
+  });
+  pulsa(Qt::Key_F5);
+  EXPECT_FALSE(record.chip().running);
+}
+
+TEST_F(teclado, a_held_f5_stays_one_press_and_a_held_f8_many) {
+  const auto held = [this](Qt::Key key) {
+    QTest::simulateEvent(&window, true, key, {}, QString(), true, -1);
+  };
+  pulsa(Qt::Key_F8);
+  const auto once = record.chip().cycles;
+  held(Qt::Key_F8);
+  EXPECT_GT(record.chip().cycles, once);
+  bool went_on = false;
+  durante([&] {
+    held(Qt::Key_F5);
+    went_on = record.chip().running;
+    click(id::ejecutar);
+  });
+  pulsa(Qt::Key_F5);
+  EXPECT_TRUE(went_on);
+  EXPECT_FALSE(record.chip().running);
+}
+
+TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
+  record.type(id::direc, "00A");
+  window.actualiza();
+  pulsa(Qt::Key_F9);
+  EXPECT_EQ(record.chip().breakpts[10], 1);
+  EXPECT_EQ(record.focused(), (focus_place{id::break_, 0}));
+  pulsa(Qt::Key_F9);
+  EXPECT_EQ(record.chip().breakpts[10], 0);
+}
+
+TEST_F(teclado, f9_does_nothing_without_an_address) {
+  record.type(id::direc, "7");
+  window.actualiza();
+  ASSERT_FALSE(at(id::break_).isEnabled());
+  pulsa(Qt::Key_F9);
+  EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
+  EXPECT_EQ(record.focused(), (focus_place{id::direc, 0}));
+}
+
+TEST_F(teclado, the_function_keys_work_while_a_text_is_edited) {
+  escribe("NOP");
+  tecla(Qt::Key_F8);
+  EXPECT_GT(record.chip().cycles, 0);
+  EXPECT_EQ(texto(), "NOP");
+}
+
+TEST_F(teclado, no_tip_tells_of_the_function_keys) {
+  EXPECT_EQ(at(id::eje1).toolTip(), "Ejecjutar una instrucción");
+  EXPECT_EQ(at(id::ejecutar).toolTip(), "Ejecutar de forma continua");
+  EXPECT_EQ(at(id::break_).toolTip(), "Borrar posición de memoria");
+}
+
+// --- mnemonics ---
+
+TEST_F(teclado, the_letter_behind_an_ampersand_and_alt_press_the_button_and_no_other) {
+  std::map<QString, QString> owners;
+  for (const control& one : record.look_all()) {
+    const QString caption = QString::fromStdString(one.text());
+    const qsizetype mark = caption.indexOf('&');
+    if (one.is() != kind::button || mark < 0) continue;
+    const QKeySequence wanted("Alt+" + caption.mid(mark + 1, 1).toUpper());
+    EXPECT_EQ(at<QAbstractButton>(one.which()).shortcut(), wanted) << one.name();
+    const QString key = wanted.toString(QKeySequence::PortableText);
+    EXPECT_EQ(owners[key], QString()) << one.name();
+    owners[key] = QString::fromStdString(one.name());
+  }
+  EXPECT_EQ(owners.size(), 15U);
+}
+
+// --- lists ---
+
+TEST_F(teclado, arrow_keys_click_each_line_of_the_program_list_and_enter_reads_it) {
+  record.poke().progmem[1] = 0xC10;  // MOVLW 10
+  at(id::MP).setFocus(Qt::TabFocusReason);
+  tecla(Qt::Key_Home);
+  EXPECT_EQ(record.look(id::direc).text(), "000");
+  tecla(Qt::Key_Down);
+  EXPECT_EQ(record.look(id::direc).text(), "001");
+  EXPECT_EQ(record.look(id::INS).text(), "");
+  tecla(Qt::Key_Return);
+  EXPECT_EQ(record.look(id::INS).text(), "MOVLW 10");
+}
+
+TEST_F(teclado, enter_chooses_the_line_of_a_register_list) {
+  at(id::RE).setFocus(Qt::TabFocusReason);
+  tecla(Qt::Key_Home);
+  tecla(Qt::Key_Down);
+  tecla(Qt::Key_Return);
+  EXPECT_EQ(record.look(id::dirdat).text(), "W");
+  EXPECT_EQ(QApplication::focusWidget(), &at(id::dat));
+}
+
+TEST_F(teclado, arrow_keys_in_the_listing_go_to_the_address_of_its_line) {
+  escribe("NOP");
+  tecla(Qt::Key_Return);
+  escribe("SLEEP");
+  click(id::Ensamblar);
+  click(id::sl, 1);
+  at(id::lst).setFocus(Qt::TabFocusReason);
+  for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
+  EXPECT_EQ(record.look(id::MP).row(), 1);
+  EXPECT_EQ(record.look(id::INS).text(), "SLEEP");
+}
+
+}  // namespace
+}  // namespace estructura

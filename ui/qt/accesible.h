@@ -1,0 +1,14 @@
+// What Qt's own accessible objects do not tell of three kinds of widget: that a label which shows a value has
+// another name than its text, that the combo has one too, and what the map shows.
+//
+//   instala_accesibles();       // once there is an application, before the widgets
+//
+// The text of a label or of the combo is offered beside its name, as that of an entry is. The actions of a
+// label (QWidget::actions) are offered too; they need neither the mouse nor the focus.
+#pragma once
+
+namespace estructura {
+
+void instala_accesibles();
+
+}  // namespace estructura

@@ -1,0 +1,49 @@
+#include "ui/qt/dialogo_ficheros.h"
+
+#include <QDateTime>
+#include <QFileSystemModel>
+#include <QIdentityProxyModel>
+#include <QLocale>
+
+namespace estructura {
+
+namespace {
+
+/// Sizes and dates as they are written in Spanish: QFileSystemModel writes them in the desktop's language.
+class ficheros_en_espanol final : public QIdentityProxyModel {
+ public:
+  using QIdentityProxyModel::QIdentityProxyModel;
+
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+    const auto* const files = qobject_cast<const QFileSystemModel*>(sourceModel());
+    if (role != Qt::DisplayRole || files == nullptr) return QIdentityProxyModel::data(index, role);
+    const QModelIndex file = mapToSource(index);
+    constexpr int size_column = 1;
+    constexpr int date_column = 3;
+    const QLocale spanish;
+    if (index.column() == size_column && !files->isDir(file))
+      return spanish.formattedDataSize(files->size(file));
+    if (index.column() == date_column)
+      return spanish.toString(files->lastModified(file), QLocale::ShortFormat);
+    return QIdentityProxyModel::data(index, role);
+  }
+};
+
+}  // namespace
+
+dialogo_ficheros::dialogo_ficheros(QWidget* parent, bool save) : QFileDialog(parent) {
+  setOption(DontUseNativeDialog);
+  setOption(DontConfirmOverwrite);
+  setOption(HideNameFilterDetails);
+  setAcceptMode(save ? AcceptSave : AcceptOpen);
+  // A name that does not exist is an answer too; what becomes of it is for the window to say.
+  setFileMode(AnyFile);
+  setViewMode(List);
+  setProxyModel(new ficheros_en_espanol(this));
+  // Said here, not left to the desktop's theme.
+  setWindowTitle(save ? QStringLiteral("Salvar como") : QStringLiteral("Abrir"));
+  setLabelText(Accept, save ? QStringLiteral("&Salvar") : QStringLiteral("&Abrir"));
+  setLabelText(Reject, QStringLiteral("Cancelar"));
+}
+
+}  // namespace estructura

@@ -1,0 +1,205 @@
+#include "ui/qt/editor_fuente.h"
+
+#include <algorithm>
+
+#include <QAbstractTextDocumentLayout>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTextBlock>
+#include <QTextLayout>
+
+namespace estructura {
+
+namespace {
+
+/// A line that has never been coloured; Qt gives new lines this state.
+constexpr int uncoloured = -1;
+/// Where it is worth the memory to keep a line's letters in place.
+constexpr int long_line = 2000;
+/// Digits that the numbers have room for from the start.
+constexpr int least_digits = 3;
+
+}  // namespace
+
+/// The line numbers. They take no focus and no clicks, and what is true of them is true of the editor.
+class editor_fuente::margen_numeros final : public QWidget {
+ public:
+  explicit margen_numeros(editor_fuente* editor) : QWidget(editor), editor_(editor) {
+    setAccessibleName(QStringLiteral("Números de línea"));
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override { editor_->pinta_margen(event->rect()); }
+
+ private:
+  editor_fuente* editor_;
+};
+
+editor_fuente::editor_fuente() : margin_(new margen_numeros(this)), colours_(palette()) {
+  QObject::connect(document(), &QTextDocument::contentsChange, this,
+                   [this](int position, int, int added) { descolorea(position, added); });
+  QObject::connect(this, &QPlainTextEdit::blockCountChanged, this, [this] { mide_margen(); });
+  QObject::connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { margin_->update(); });
+  QObject::connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& region, int scrolled) {
+    if (scrolled != 0)
+      margin_->scroll(0, scrolled);
+    else
+      margin_->update(0, region.y(), margin_->width(), region.height());
+  });
+  mide_margen();
+}
+
+const QWidget& editor_fuente::margen() const {
+  return *margin_;
+}
+
+// --- text ---
+
+void editor_fuente::nuevo_documento(const QString& text) {
+  setPlainText(text);
+}
+
+void editor_fuente::edita(int from, int to, const QString& text) {
+  QTextCursor cursor(document());
+  cursor.setPosition(from);
+  cursor.setPosition(to, QTextCursor::KeepAnchor);
+  // A step of its own: what is typed right before and right after is joined to it otherwise. Qt joins steps
+  // only in a document that differs from its file, and this flag of it serves nothing else here.
+  document()->setModified(false);
+  cursor.insertText(text);
+  document()->setModified(false);
+}
+
+void editor_fuente::keyPressEvent(QKeyEvent* event) {
+  // Ctrl+Shift+Z is known everywhere, this one on some desktops alone.
+  if (event->keyCombination() == (Qt::CTRL | Qt::Key_Y))
+    redo();
+  else
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+// --- colours ---
+
+void editor_fuente::toma_colores() {
+  colours_ = colores_fuente(palette());
+  ++colouring_;
+  marca_error();
+  margin_->update();
+}
+
+void editor_fuente::changeEvent(QEvent* event) {
+  QPlainTextEdit::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) toma_colores();
+  if (event->type() == QEvent::FontChange) mide_margen();
+}
+
+void editor_fuente::descolorea(int position, int added) {
+  const int end = position + added;
+  for (QTextBlock line = document()->findBlock(position); line.isValid() && line.position() <= end;
+       line = line.next())
+    line.setUserState(uncoloured);
+}
+
+void editor_fuente::colorea(QTextBlock& line) {
+  QTextLayout& layout = *line.layout();
+  // What an input method is composing has formats of its own; the line is told of again when it is done.
+  if (!layout.preeditAreaText().isEmpty()) return;
+  line.setUserState(colouring_);
+  // Qt forgets how a line looks once it is painted, and works it out again for each place of the caret: with
+  // a long line that is what all the time goes into.
+  layout.setCacheEnabled(line.length() > long_line);
+  QList<QTextLayout::FormatRange> formats;
+  for (const trozo& part : analiza(line.text())) {
+    QTextCharFormat format;
+    format.setForeground(colours_.de(part.is));
+    formats.push_back({part.start, part.length, format});
+  }
+  if (formats == layout.formats()) return;
+  layout.setFormats(formats);
+  document()->markContentsDirty(line.position(), line.length());
+}
+
+void editor_fuente::colorea_lo_visible() {
+  // Colours move nothing: the painting that is about to begin is enough.
+  const QSignalBlocker quiet(document()->documentLayout());
+  const int bottom = viewport()->height();
+  for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+    if (blockBoundingGeometry(line).translated(contentOffset()).top() > bottom) break;
+    if (line.userState() != colouring_) colorea(line);
+  }
+}
+
+void editor_fuente::paintEvent(QPaintEvent* event) {
+  colorea_lo_visible();
+  QPlainTextEdit::paintEvent(event);
+}
+
+// --- the line with the error ---
+
+void editor_fuente::pon_linea_con_error(int line) {
+  if (error_line_ == line) return;
+  error_line_ = line;
+  marca_error();
+  margin_->update();
+}
+
+void editor_fuente::marca_error() {
+  QList<QTextEdit::ExtraSelection> marks;
+  if (const QTextBlock line = document()->findBlockByNumber(error_line_ - 1); line.isValid()) {
+    QTextEdit::ExtraSelection mark;
+    mark.format.setBackground(colours_.fondo_error);
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+    mark.cursor = QTextCursor(line);
+    marks.push_back(mark);
+  }
+  setExtraSelections(marks);
+}
+
+// --- line numbers ---
+
+void editor_fuente::mide_margen() {
+  int digits = 1;
+  for (int lines = blockCount(); lines >= 10; lines /= 10) ++digits;
+  // Before them the sign of an error, a blank at either side.
+  const int characters = std::max(digits, least_digits) + 2;
+  const int width = fontMetrics().horizontalAdvance(QString(characters, QLatin1Char('0')));
+  setViewportMargins(width, 0, 0, 0);
+  coloca_margen();
+}
+
+void editor_fuente::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  coloca_margen();
+}
+
+void editor_fuente::coloca_margen() {
+  const QRect text = viewport()->geometry();
+  margin_->setGeometry(contentsRect().left(), text.top(), viewportMargins().left(), text.height());
+}
+
+void editor_fuente::pinta_margen(const QRect& region) {
+  QPainter painter(margin_);
+  painter.fillRect(region, colours_.fondo_margen);
+  painter.setFont(font());
+  const int letter = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  const int current = textCursor().blockNumber();
+  for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+    const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
+    if (place.top() > region.bottom()) break;
+    const QRect row(0, static_cast<int>(place.top()), margin_->width(), static_cast<int>(place.height()));
+    const QRect inside = row.adjusted(letter / 2, 0, -letter / 2, 0);
+    const int number = line.blockNumber();
+    const bool wrong = number + 1 == error_line_;
+    if (wrong) painter.fillRect(row, colours_.sello_error);
+    const QColor quiet = number == current ? colours_.numero_actual : colours_.numero_margen;
+    painter.setPen(wrong ? colours_.numero_error : quiet);
+    if (wrong) painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("!"));
+    painter.drawText(inside, Qt::AlignRight | Qt::AlignVCenter, QString::number(number + 1));
+  }
+}
+
+}  // namespace estructura

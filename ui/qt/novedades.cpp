@@ -1,0 +1,82 @@
+#include "ui/qt/novedades.h"
+
+#include <algorithm>
+#include <array>
+
+#include "ui/controles.h"
+#include "ui/qt/lista.h"
+#include "ui/qt/piezas.h"
+
+namespace estructura {
+
+namespace {
+
+constexpr std::array watched = {id::RE,     id::MDP,    id::MD,       id::PIL,    id::OPT,
+                                id::TRISA,  id::TRISB,  id::TRISC,    id::STATUS, id::BPA,
+                                id::BPB,    id::BPC,    id::INDF,     id::DIRFSR, id::PAGFSR,
+                                id::SENTIM, id::divtim, id::contawdt, id::ciclos};
+
+std::vector<std::string> contenido(const control& from) {
+  return from.is() == kind::list ? from.rows() : std::vector<std::string>{from.text()};
+}
+
+}  // namespace
+
+std::uint32_t diferencia(const std::string& before, const std::string& after) {
+  std::uint32_t changed = 0;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    const bool differs = before.size() != after.size() || before[i] != after[i];
+    changed = changed << 1U | static_cast<std::uint32_t>(differs);
+  }
+  return changed;
+}
+
+novedades::novedades(const std::vector<control>& controls, const buscador& find) {
+  for (std::size_t place = 0; place < controls.size(); ++place) {
+    const control& one = controls[place];
+    if (std::find(watched.begin(), watched.end(), one.which()) == watched.end()) continue;
+    views_.push_back({place, find(one.which(), one.index()), one.changes(), contenido(one)});
+  }
+}
+
+void novedades::marca(const vista& view, std::uint32_t marks) {
+  if (auto* const list = qobject_cast<QListView*>(view.widget))
+    static_cast<vista_lista*>(list)->pon_novedades(marks);
+  else
+    static_cast<rotulo*>(view.widget)->pon_novedades(marks);
+}
+
+void novedades::mira(const std::vector<control>& controls, bool running) {
+  if (running) {
+    if (!running_)
+      for (const vista& view : views_) marca(view, 0);
+    running_ = true;
+    return;
+  }
+  running_ = false;
+
+  bool changed = false;
+  bool another_device = false;
+  for (vista& view : views_) {
+    const control& now = controls[view.place];
+    view.marks = 0;
+    if (view.seen == now.changes()) continue;
+    view.seen = now.changes();
+    std::vector<std::string> after = contenido(now);
+    if (after == view.before) continue;
+    changed = true;
+    if (now.is() != kind::list) {
+      view.marks = diferencia(view.before.front(), after.front());
+    } else if (after.size() == view.before.size()) {
+      for (std::size_t line = 0; line < after.size(); ++line)
+        if (after[line] != view.before[line]) view.marks |= 1U << line;
+    } else {
+      another_device = true;
+    }
+    view.before = std::move(after);
+  }
+  if (!changed) return;
+  for (const vista& view : views_) marca(view, another_device ? 0 : view.marks);
+}
+
+}  // namespace estructura

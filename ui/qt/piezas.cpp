@@ -1,0 +1,308 @@
+#include "ui/qt/piezas.h"
+
+#include <algorithm>
+
+#include <QFontInfo>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include "ui/qt/colores.h"
+
+namespace estructura {
+
+namespace {
+
+void pinta_raya(QPainter& painter, const QPalette& palette, int left, int right, int y) {
+  painter.fillRect(left, y, right - left, 1, linea_suave(palette));
+}
+
+void pinta_foco(QPainter& painter, const QWidget& widget, const QRect& room) {
+  QStyleOptionFocusRect focus;
+  focus.initFrom(&widget);
+  focus.rect = room.isEmpty() ? widget.rect() : room;
+  focus.state |= QStyle::State_KeyboardFocusChange;
+  focus.backgroundColor = widget.palette().color(QPalette::Window);
+  widget.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, &widget);
+}
+
+}  // namespace
+
+// --- check boxes and option buttons ---
+
+namespace {
+
+/// The colours of a mark: whether it can be used, and what it says while it is pointed at or held down.
+void prepara_marca(QPainter& painter, const QStyleOption& option) {
+  const QPalette& palette = option.palette;
+  const bool usable = (option.state & QStyle::State_Enabled) != 0;
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!usable) {
+    painter.setPen(QPen(palette.color(QPalette::Disabled, QPalette::WindowText), 1, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
+    return;
+  }
+  const bool focused = (option.state & QStyle::State_HasFocus) != 0;
+  const bool pointed_at = (option.state & QStyle::State_MouseOver) != 0;
+  const bool down = (option.state & QStyle::State_Sunken) != 0;
+  const QColor edge = focused      ? palette.color(QPalette::WindowText)
+                      : pointed_at ? palette.color(QPalette::Highlight)
+                                   : linea_fuerte(palette);
+  painter.setPen(QPen(edge, focused ? 2 : 1));
+  painter.setBrush(palette.color(down ? QPalette::Window : QPalette::Base));
+}
+
+QColor color_de_marca(const QStyleOption& option) {
+  const bool usable = (option.state & QStyle::State_Enabled) != 0;
+  return option.palette.color(usable ? QPalette::Active : QPalette::Disabled, QPalette::Text);
+}
+
+/// Half a pixel in, so that a thin line falls upon whole pixels; a thick one reaches beyond the mark.
+QRectF borde(const QRect& mark) {
+  return QRectF(mark).adjusted(0.5, 0.5, -0.5, -0.5);
+}
+
+}  // namespace
+
+void casilla::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  const QRect mark = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
+  painter.save();
+  prepara_marca(painter, option);
+  painter.drawRect(borde(mark));
+  if (isChecked()) {
+    // A tick.
+    const QRectF room = QRectF(mark);
+    const auto at = [&room](double x, double y) {
+      return QPointF(room.left() + x * room.width(), room.top() + y * room.height());
+    };
+    painter.setPen(
+        QPen(color_de_marca(option), room.width() / 6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolyline(QPolygonF({at(0.25, 0.52), at(0.43, 0.72), at(0.76, 0.27)}));
+  }
+  painter.restore();
+  QStyleOptionButton caption = option;
+  caption.rect = style()->subElementRect(QStyle::SE_CheckBoxContents, &option, this);
+  painter.drawControl(QStyle::CE_CheckBoxLabel, caption);
+  if (hasFocus())
+    pinta_foco(painter, *this, style()->subElementRect(QStyle::SE_CheckBoxFocusRect, &option, this));
+}
+
+void opcion::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  const QRect mark = style()->subElementRect(QStyle::SE_RadioButtonIndicator, &option, this);
+  painter.save();
+  prepara_marca(painter, option);
+  painter.drawEllipse(borde(mark));
+  if (isChecked()) {
+    const double inside = mark.width() / 4.0;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color_de_marca(option));
+    painter.drawEllipse(QRectF(mark).adjusted(inside, inside, -inside, -inside));
+  }
+  painter.restore();
+  QStyleOptionButton caption = option;
+  caption.rect = style()->subElementRect(QStyle::SE_RadioButtonContents, &option, this);
+  painter.drawControl(QStyle::CE_RadioButtonLabel, caption);
+  if (hasFocus())
+    pinta_foco(painter, *this, style()->subElementRect(QStyle::SE_RadioButtonFocusRect, &option, this));
+}
+
+int marcas_a_medida::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                 const QWidget* widget) const {
+  const int styled = QProxyStyle::pixelMetric(metric, option, widget);
+  switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+      if (widget == nullptr) return styled;
+      return std::max(styled, QFontInfo(widget->font()).pixelSize());
+    default: return styled;
+  }
+}
+
+// --- buttons ---
+
+pulsador::pulsador() {
+  // The Enter key presses it too, as in a dialog.
+  setAutoDefault(true);
+}
+
+QSize pulsador::sizeHint() const {
+  const QSize styled = QPushButton::sizeHint();
+  return {minimumWidth() > 0 ? minimumWidth() : styled.width(), styled.height()};
+}
+
+void combo_quieto::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
+
+// --- labels ---
+
+void rotulo::recorta() {
+  recorta_ = true;
+  setSizePolicy(QSizePolicy::Maximum, sizePolicy().verticalPolicy());
+}
+
+QSize rotulo::minimumSizeHint() const {
+  const QSize whole = QLabel::minimumSizeHint();
+  if (!recorta_) return whole;
+  constexpr int least = 8;
+  return {std::min(whole.width(), least * fontMetrics().averageCharWidth()), whole.height()};
+}
+
+void rotulo::pon_novedades(std::uint32_t characters) {
+  if (novedades_ == characters) return;
+  novedades_ = characters;
+  update();
+}
+
+bool rotulo::event(QEvent* event) {
+  // A tip that is a file name with "<" in it would be taken for marked-up text.
+  if (event->type() != QEvent::ToolTip || !Qt::mightBeRichText(toolTip())) return QLabel::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                     QStringLiteral("<qt>") + toolTip().toHtmlEscaped() + QStringLiteral("</qt>"), this);
+  return true;
+}
+
+void rotulo::paintEvent(QPaintEvent* event) {
+  const QRect room = contentsRect();
+  if (novedades_ != 0) return pinta_novedades();
+  if (!recorta_ || fontMetrics().horizontalAdvance(text()) <= room.width()) {
+    QLabel::paintEvent(event);
+    return;
+  }
+  QPainter painter(this);
+  painter.setPen(palette().color(foregroundRole()));
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()));
+}
+
+void rotulo::pinta_novedades() {
+  QPainter painter(this);
+  drawFrame(&painter);
+  const QRect room = contentsRect();
+  const QColor ground = palette().color(backgroundRole());
+  const QString shown = text();
+  const auto length = static_cast<int>(shown.size());
+  const double letter = fontMetrics().horizontalAdvance(QString(100, QLatin1Char('0'))) / 100.0;
+  const double left = (alignment() & Qt::AlignRight) != 0 ? room.right() + 1 - length * letter : room.left();
+  QFont strong = font();
+  strong.setBold(true);
+  const auto changed = [&](int at) { return at < length && (novedades_ >> (length - 1 - at) & 1U) != 0; };
+  for (int at = 0; at < length; ++at) {
+    if (!changed(at)) continue;
+    int end = at;
+    while (changed(end)) ++end;
+    const QRectF cell(left + at * letter, room.top() + 1, (end - at) * letter, room.height() - 2);
+    painter.fillRect(cell, fondo_novedad(ground, palette().color(foregroundRole())));
+    painter.fillRect(QRectF(cell.left(), cell.bottom() - 2, cell.width(), 2), barra_novedad(ground));
+    at = end;
+  }
+  painter.setPen(palette().color(foregroundRole()));
+  for (int at = 0; at < length; ++at) {
+    painter.setFont(changed(at) ? strong : font());
+    painter.drawText(QRectF(left + at * letter, room.top(), letter, room.height()),
+                     Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, shown.mid(at, 1));
+  }
+}
+
+void rotulo::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && doble_click) doble_click();
+}
+
+// --- groups ---
+
+int marco::alto_titulo(const QWidget& where) {
+  const int height = where.fontMetrics().height();
+  return height + height / 4;
+}
+
+void marco::pon_titulo(const QString& title) {
+  if (title == this->title()) return;
+  setTitle(title);
+  pon_margen();
+}
+
+void marco::pon_margen() {
+  // QGroupBox gives itself the style's margins at each of these occasions.
+  setContentsMargins(0, title().isEmpty() ? 0 : alto_titulo(*this), 0, 0);
+}
+
+void marco::changeEvent(QEvent* event) {
+  QGroupBox::changeEvent(event);
+  pon_margen();
+}
+
+void marco::resizeEvent(QResizeEvent* event) {
+  QGroupBox::resizeEvent(event);
+  pon_margen();
+}
+
+void marco::paintEvent(QPaintEvent*) {
+  if (title().isEmpty()) return;
+  QPainter painter(this);
+  QFont bold = font();
+  bold.setBold(true);
+  painter.setFont(bold);
+  painter.setPen(palette().color(QPalette::WindowText));
+  const QRect line(0, 0, width(), alto_titulo(*this));
+  QRect written;
+  painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, title(), &written);
+  pinta_raya(painter, palette(), written.right() + fontMetrics().averageCharWidth(), width(),
+             line.center().y());
+}
+
+raya::raya() {
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+}
+
+void raya::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  pinta_raya(painter, palette(), 0, width(), rect().center().y());
+}
+
+// --- splitter ---
+
+namespace {
+
+class asa final : public QSplitterHandle {
+ public:
+  asa(Qt::Orientation orientation, QSplitter* parent) : QSplitterHandle(orientation, parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    // Two short lines: something to hold on to.
+    QPainter painter(this);
+    const QPoint middle = rect().center();
+    const int length = 2 * width();
+    const QColor colour = underMouse() ? palette().color(QPalette::Highlight) : linea_fuerte(palette());
+    for (const int x : {middle.x() - 1, middle.x() + 1})
+      painter.fillRect(x, middle.y() - length / 2, 1, length, colour);
+  }
+  void enterEvent(QEnterEvent*) override { update(); }
+  void leaveEvent(QEvent*) override { update(); }
+};
+
+}  // namespace
+
+repartidor::repartidor() {
+  setChildrenCollapsible(false);
+}
+
+QSplitterHandle* repartidor::createHandle() {
+  return new asa(orientation(), this);
+}
+
+}  // namespace estructura
