@@ -30,6 +30,7 @@
 
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/aplicacion.h"
+#include "ui/qt/dialogo_ficheros.h"
 #include "ui/qt/mapa.h"
 
 namespace estructura {
@@ -474,6 +475,15 @@ TEST_F(ventana_abierta, the_file_dialog_proposes_the_file_that_the_document_mean
         EXPECT_EQ(edit->text(), "Uno.ASM");
         dialog.reject();
       });
+}
+
+TEST(carpeta_ejemplos, is_found_beside_an_installed_program_and_above_a_built_one) {
+  const QTemporaryDir place;
+  ASSERT_TRUE(QDir(place.path()).mkpath("usr/share/estructura/ejemplos"));
+  ASSERT_TRUE(QDir(place.path()).mkpath("clon/ejemplos"));
+  EXPECT_EQ(carpeta_ejemplos(place.filePath("usr/bin")), place.filePath("usr/share/estructura/ejemplos"));
+  EXPECT_EQ(carpeta_ejemplos(place.filePath("clon/build/release/ui/qt")), place.filePath("clon/ejemplos"));
+  EXPECT_EQ(carpeta_ejemplos(place.filePath("opt/bin")), "");
 }
 
 TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {

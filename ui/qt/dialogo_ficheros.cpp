@@ -1,9 +1,12 @@
 #include "ui/qt/dialogo_ficheros.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QFileSystemModel>
 #include <QIdentityProxyModel>
 #include <QLocale>
+#include <QUrl>
 
 namespace estructura {
 
@@ -31,6 +34,13 @@ class ficheros_en_espanol final : public QIdentityProxyModel {
 
 }  // namespace
 
+QString carpeta_ejemplos(const QString& program_folder) {
+  for (const char* const way : {"/../share/estructura/ejemplos", "/../../../../ejemplos"})
+    if (const QDir folder(QDir::cleanPath(program_folder + QLatin1String(way))); folder.exists())
+      return folder.path();
+  return {};
+}
+
 dialogo_ficheros::dialogo_ficheros(QWidget* parent, bool save) : QFileDialog(parent) {
   setOption(DontUseNativeDialog);
   setOption(DontConfirmOverwrite);
@@ -39,6 +49,8 @@ dialogo_ficheros::dialogo_ficheros(QWidget* parent, bool save) : QFileDialog(par
   // A name that does not exist is an answer too; what becomes of it is for the window to say.
   setFileMode(AnyFile);
   setViewMode(List);
+  if (const QString examples = carpeta_ejemplos(QCoreApplication::applicationDirPath()); !examples.isEmpty())
+    setSidebarUrls(sidebarUrls() << QUrl::fromLocalFile(examples));
   setProxyModel(new ficheros_en_espanol(this));
   // Said here, not left to the desktop's theme.
   setWindowTitle(save ? QStringLiteral("Salvar como") : QStringLiteral("Abrir"));

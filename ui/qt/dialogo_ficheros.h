@@ -7,8 +7,13 @@
 #pragma once
 
 #include <QFileDialog>
+#include <QString>
 
 namespace estructura {
+
+/// The folder of the examples, for a program in this folder: where it is installed or where it was built.
+/// Empty where there is none.
+QString carpeta_ejemplos(const QString& program_folder);
 
 class dialogo_ficheros final : public QFileDialog {
  public:
