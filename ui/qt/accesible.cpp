@@ -133,8 +133,7 @@ class mapa_accesible final : public QAccessibleWidget {
   explicit mapa_accesible(mapa_qt* map) : QAccessibleWidget(map, QAccessible::Graphic) {}
 
   QString text(QAccessible::Text what) const override {
-    const QString fixed = QAccessibleWidget::text(what);
-    if (what != QAccessible::Description) return fixed;
+    if (what != QAccessible::Description) return QAccessibleWidget::text(what);
     const auto& map = *static_cast<const mapa_qt*>(widget());
     int programmed = 0;
     int breakpoints = 0;
@@ -150,12 +149,13 @@ class mapa_accesible final : public QAccessibleWidget {
         .arg(marker)
         .arg(breakpoints)
         .arg(programmed)
-        .arg(fixed);
+        .arg(QAccessibleWidget::text(what));
   }
 };
 
 /// Asked once for each class that an object is of, its own first.
 QAccessibleInterface* fabrica(const QString&, QObject* object) {
+  if (object == nullptr) return nullptr;
   if (auto* const map = dynamic_cast<mapa_qt*>(object)) return new mapa_accesible(map);
   int index = 0;
   if (find_control(object->objectName().toStdString(), index) == id::none) return nullptr;

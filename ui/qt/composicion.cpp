@@ -118,6 +118,8 @@ QHBoxLayout* composicion::cabecera(id title, QWidget* beside) const {
 
 QLabel* composicion::aclaracion(const char* text) const {
   auto* label = new QLabel(QString::fromUtf8(text));
+  // It is measured before it stands on the panel, whose letters may be smaller than the application's.
+  label->setFont(w(id::Label1)->font());
   label->setForegroundRole(QPalette::PlaceholderText);
   QSizePolicy policy = label->sizePolicy();
   policy.setRetainSizeWhenHidden(true);

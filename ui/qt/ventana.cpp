@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLayout>
 #include <QScreen>
 
 #include "ui/qt/colores.h"
@@ -17,8 +18,8 @@ namespace estructura {
 namespace {
 
 /// The smallest screen that the window is laid out for, less what the desktop takes for title bar and panel.
-constexpr int least_width = 1366;
-constexpr int least_height = 720;
+constexpr int least_width = 1280;
+constexpr int least_height = 640;
 /// The size it opens with where there is room.
 constexpr int first_width = 1480;
 constexpr int first_height = 860;
@@ -99,6 +100,9 @@ void ventana::construye() {
   layout_ = std::make_unique<composicion>(
       *panel, find, [this](id which, QWidget* companion) { enlace_de(which, 0).acompana(companion); },
       measures);
+  // What was measured before it stood on the panel was measured with the application's letters, which may be
+  // larger; layouts remember that until the window is shown.
+  for (QLayout* const layout : panel->findChildren<QLayout*>()) layout->invalidate();
   map_ = static_cast<mapa_qt*>(widget_of(id::mapa));
   program_ = static_cast<vista_lista*>(widget_of(id::MP));
   news_ = std::make_unique<novedades>(controls, find);
