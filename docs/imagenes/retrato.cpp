@@ -247,7 +247,7 @@ int main(int argc, char** argv) {
                    {"numera", "writes numbers upon these widgets", "names"},
                    {"caja", "takes the first message box"},
                    {"pasos", "instructions to execute", "number", "0"},
-                   {"medida", "size of the window, as 1366x720", "size"},
+                   {"medida", "size of the window, as 1366x720", "size", "1366x765"},
                    {"letra", "size of the letters, in points", "points"},
                    {"compara", "compares with the file instead of writing it"},
                    {"listado", "shows the listing"},
@@ -270,10 +270,9 @@ int main(int argc, char** argv) {
   window.Form_Load();
   estructura::ventana shown(window);
   host.pon_ventana(&shown);
-  if (line.isSet("medida")) {
-    const QStringList sides = line.value("medida").split('x');
-    shown.resize(sides.value(0).toInt(), sides.value(1).toInt());
-  }
+  // Not the size that the window chooses for the screen there happens to be.
+  const QStringList sides = line.value("medida").split('x');
+  shown.resize(sides.value(0).toInt(), sides.value(1).toInt());
   shown.show();
   window.pick(id::PIC, line.value("device").toStdString());
   if (line.isSet("hex")) actua(window, host, "cargar=" + line.value("hex").toStdString());
