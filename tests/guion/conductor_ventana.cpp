@@ -20,6 +20,7 @@
 
 #include "guion/palabras.h"
 #include "ui/qt/mapa.h"
+#include "ui/qt/texto_qt.h"
 
 namespace estructura::guiones {
 
@@ -115,7 +116,7 @@ void read_line(const QLineEdit& edit, aspecto& shown) {
 
 void read_lines(const QPlainTextEdit& edit, aspecto& shown) {
   const QString text = edit.toPlainText();
-  shown.text = in_script(text);
+  shown.text = in_script(sin_sustitutos(text));
   const QTextCursor cursor = edit.textCursor();
   shown.sel_start = characters(text, cursor.selectionStart());
   shown.sel_length = characters(text, cursor.selectionEnd()) - shown.sel_start;

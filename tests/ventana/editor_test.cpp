@@ -151,6 +151,15 @@ TEST_F(editor, a_text_emptied_by_hand_does_not_come_back_into_a_new_document) {
   EXPECT_EQ(texto_de_ambos(), "");
 }
 
+TEST_F(editor, what_ctrl_c_copies_is_the_text_itself) {
+  carga(
+      "NOP ; a\xE2\x80\xA8"
+      "b\r\nNOP");
+  fuente().selectAll();
+  QTest::keyClick(&fuente(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "NOP ; a\u2028b\nNOP");
+}
+
 TEST_F(editor, ctrl_y_does_again_too) {
   escribe("a");
   undo();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QElapsedTimer>
+#include <QTextDocument>
 
 namespace estructura {
 namespace {
@@ -67,6 +68,17 @@ TEST(texto_qt, every_line_end_of_a_widget_becomes_cr_lf) {
 TEST(texto_qt, a_text_comes_back_as_it_went) {
   for (const char* text : {"", "uno", "uno\r\ndos\r\n", "\r\n", "año 'ñ' \xF0\x9D\x84\x9E\r\n fin"})
     EXPECT_EQ(de_qt(a_qt(text)), text);
+}
+
+TEST(texto_qt, a_document_takes_nothing_for_a_line_end_that_is_none) {
+  const char* const text = "a\u2028b\u2029c\uFDD0d\uFDD1e\r\nf";
+  QTextDocument document;
+  document.setPlainText(a_documento(text));
+  EXPECT_EQ(document.blockCount(), 2);
+  EXPECT_EQ(document.characterCount() - 1, unidades(text));
+  EXPECT_EQ(de_documento(document.toRawText()), text);
+  // What the person types there with Shift and Enter is a line end.
+  EXPECT_EQ(de_documento(QStringLiteral("a\u2028b")), "a\r\nb");
 }
 
 struct cambio_esperado {

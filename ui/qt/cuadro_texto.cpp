@@ -267,7 +267,7 @@ class enlace_listado final : public enlace_area {
 
   bool pon_texto(const control& from) override {
     if (from.text() == mostrado()) return false;
-    edit_.setPlainText(a_qt(from.text()));
+    edit_.setPlainText(a_documento(from.text()));
     return true;
   }
 
@@ -298,7 +298,7 @@ class enlace_fuente final : public enlace_area {
     const bool other_document = from.documents() != documents_;
     documents_ = from.documents();
     if (other_document) {
-      edit_.nuevo_documento(a_qt(from.text()));
+      edit_.nuevo_documento(a_documento(from.text()));
       return true;
     }
     if (from.text() == mostrado()) return false;
@@ -309,7 +309,7 @@ class enlace_fuente final : public enlace_area {
 
   void escrito() {
     if (door().copiando()) return;
-    const std::string text = de_qt(edit_.document()->toRawText());
+    const std::string text = de_documento(edit_.document()->toRawText());
     // Formats and layouts count as changes of the text for QPlainTextEdit.
     if (text == mostrado()) return;
     pon_mostrado(text);

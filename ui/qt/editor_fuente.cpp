@@ -5,12 +5,16 @@
 #include <QAbstractTextDocumentLayout>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTextBlock>
+#include <QTextDocumentFragment>
 #include <QTextLayout>
+
+#include "ui/qt/texto_qt.h"
 
 namespace estructura {
 
@@ -72,6 +76,12 @@ void editor_fuente::edita(int from, int to, const QString& text) {
   document()->setModified(false);
   cursor.insertText(text);
   document()->setModified(false);
+}
+
+QMimeData* editor_fuente::createMimeDataFromSelection() const {
+  auto* const copied = new QMimeData;
+  copied->setText(sin_sustitutos(textCursor().selection().toPlainText()));
+  return copied;
 }
 
 void editor_fuente::keyPressEvent(QKeyEvent* event) {

@@ -2,10 +2,33 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace estructura {
 
 namespace {
+
+/// What a document takes for a line end of its own, and what it holds instead: characters that no text may
+/// hold, since Unicode keeps them for use within programs.
+constexpr std::pair<char16_t, char16_t> sustitutos[] = {
+    {0x2028, 0xFDD8}, {0x2029, 0xFDD9}, {0xFDD0, 0xFDDA}, {0xFDD1, 0xFDDB}};
+
+QString con_crlf(const QString& text) {
+  QString lines;
+  lines.reserve(text.size() + text.size() / 16);
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    const QChar c = text[at];
+    const bool feed = c == QLatin1Char('\n');
+    if (feed && at > 0 && text[at - 1] == QLatin1Char('\r')) continue;
+    const bool line_end =
+        feed || c == QLatin1Char('\r') || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+    if (line_end)
+      lines += QLatin1String("\r\n");
+    else
+      lines += c;
+  }
+  return lines;
+}
 
 /// One character of the record's text: how far it reaches in each of the three countings.
 struct paso {
@@ -64,20 +87,22 @@ QString a_qt(std::string_view text) {
 }
 
 std::string de_qt(const QString& text) {
-  QString lines;
-  lines.reserve(text.size() + text.size() / 16);
-  for (qsizetype at = 0; at < text.size(); ++at) {
-    const QChar c = text[at];
-    const bool feed = c == QLatin1Char('\n');
-    if (feed && at > 0 && text[at - 1] == QLatin1Char('\r')) continue;
-    const bool line_end =
-        feed || c == QLatin1Char('\r') || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
-    if (line_end)
-      lines += QLatin1String("\r\n");
-    else
-      lines += c;
-  }
-  return lines.toStdString();
+  return con_crlf(text).toStdString();
+}
+
+QString a_documento(std::string_view text) {
+  QString result = a_qt(text);
+  for (const auto& [meant, held] : sustitutos) result.replace(QChar(meant), QChar(held));
+  return result;
+}
+
+std::string de_documento(const QString& text) {
+  return sin_sustitutos(con_crlf(text)).toStdString();
+}
+
+QString sin_sustitutos(QString text) {
+  for (const auto& [meant, held] : sustitutos) text.replace(QChar(held), QChar(meant));
+  return text;
 }
 
 int unidad_de_caracter(std::string_view text, int character) {
@@ -133,7 +158,7 @@ cambio cambio_entre(std::string_view before, std::string_view after, int caret) 
     --tail;
   const std::string_view old = before.substr(start, before.size() - tail - start);
   const int first = unidades(before.substr(0, start));
-  return {first, first + unidades(old), a_qt(after.substr(start, after.size() - tail - start))};
+  return {first, first + unidades(old), a_documento(after.substr(start, after.size() - tail - start))};
 }
 
 }  // namespace estructura

@@ -22,6 +22,14 @@ QString a_qt(std::string_view text);
 /// A widget's text as the record holds it. Every line end, the document's own separators too, becomes CR LF.
 std::string de_qt(const QString& text);
 
+/// The same for a document of many lines, which takes some characters for line ends of its own: the
+/// separators of lines and paragraphs, and two that it marks frames with. It holds stand-ins for them, one
+/// unit each.
+QString a_documento(std::string_view text);
+std::string de_documento(const QString& text);
+/// What the stand-ins in a document's text stand for.
+QString sin_sustitutos(QString text);
+
 /// Position within a widget's text (UTF-16 units) of a character of the record's text, and back. Both walk
 /// the record's text, so a lone CR or LF in it is one character and one unit. A position past the end is the
 /// end.
@@ -31,7 +39,7 @@ int caracter_de_unidad(std::string_view text, int unit);
 /// How many units a text takes in a widget.
 int unidades(std::string_view text);
 
-/// One replacement that makes a widget's text another: the units from `start` to `end` become `text`.
+/// One replacement that makes a document's text another: the units from `start` to `end` become `text`.
 struct cambio {
   int start;
   int end;
