@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <memory>
 #include <vector>
 
 #include <QApplication>
@@ -32,7 +33,7 @@ QPalette made_of(const QColor& window, const QColor& base, const QColor& text, c
 std::vector<paleta> palettes() {
   const QColor white(Qt::white);
   return {
-      {"Fusion", QStyleFactory::create("Fusion")->standardPalette()},
+      {"Fusion", std::unique_ptr<QStyle>(QStyleFactory::create("Fusion"))->standardPalette()},
       {"light grey", made_of({239, 240, 241}, {252, 252, 252}, {35, 38, 41}, {61, 174, 233}, white)},
       {"beige", made_of({237, 232, 220}, {250, 247, 240}, {60, 50, 40}, {206, 92, 0}, white)},
       {"dark", made_of({45, 47, 51}, {30, 31, 34}, {222, 224, 228}, {53, 132, 228}, white)},
