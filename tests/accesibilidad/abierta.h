@@ -7,24 +7,12 @@
 #include <QApplication>
 #include <QTest>
 
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/ventana.h"
+#include "tests/apoyo/ventana_qt.h"
 
 namespace estructura {
 
-class ventana_accesible : public testing::Test {
+class ventana_accesible : public apoyo::ventana_real<> {
  protected:
-  ventana_accesible() : window((record.Form_Load(), record)) {
-    host.pon_ventana(&window);
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-  }
-
-  template <class Widget = QWidget>
-  Widget& at(id which, int index = 0) {
-    return *static_cast<Widget*>(window.widget_of(which, index));
-  }
   void device(const char* name) {
     record.pick(id::PIC, name);
     window.actualiza();
@@ -48,10 +36,6 @@ class ventana_accesible : public testing::Test {
     QAccessibleInterface* const line = voice(which, index).child(place);
     return line == nullptr ? "(ninguna)" : line->text(QAccessible::Name).toStdString();
   }
-
-  anfitrion_qt host;
-  Estructura record{host};
-  ventana window;
 };
 
 inline constexpr std::array<const char*, 7> every_device = {"16C58", "16C57",  "16C56", "16C55",

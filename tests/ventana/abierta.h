@@ -14,9 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "ui/qt/anfitrion_qt.h"
+#include "tests/apoyo/ventana_qt.h"
 #include "ui/qt/editor_fuente.h"
-#include "ui/qt/ventana.h"
 
 namespace estructura {
 
@@ -34,22 +33,10 @@ class anfitrion_callado final : public anfitrion_qt {
   std::string file;
 };
 
-class ventana_de_prueba : public testing::Test {
+class ventana_de_prueba : public apoyo::ventana_real<anfitrion_callado> {
  protected:
-  ventana_de_prueba() : window((record.Form_Load(), record)) {
-    host.pon_ventana(&window);
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-  }
-
-  template <class Widget = QWidget>
-  Widget& at(id which, int index = 0) {
-    return *static_cast<Widget*>(window.widget_of(which, index));
-  }
   editor_fuente& fuente() { return at<editor_fuente>(id::source); }
   std::string texto() { return record.look(id::source).text(); }
-  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
   void escribe(const QString& letters) {
     fuente().setFocus();
     QTest::keyClicks(&fuente(), letters);
@@ -68,9 +55,6 @@ class ventana_de_prueba : public testing::Test {
   }
 
   QTemporaryDir folder;
-  anfitrion_callado host;
-  Estructura record{host};
-  ventana window;
 };
 
 }  // namespace estructura

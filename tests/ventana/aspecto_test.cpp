@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "ui/qt/anfitrion_qt.h"
+#include "tests/apoyo/ventana_qt.h"
 #include "ui/qt/colores.h"
 #include "ui/qt/lista.h"
 #include "ui/qt/mapa.h"
@@ -28,21 +28,13 @@ namespace {
 
 constexpr int goto_self = 0xA00;
 
-class aspecto : public testing::Test {
+class aspecto : public apoyo::ventana_real<> {
  protected:
-  aspecto() : window((record.Form_Load(), record)) {
-    host.pon_ventana(&window);
+  aspecto() {
     window.resize(1366, 720);
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
   }
 
-  template <class Widget = QWidget>
-  Widget& at(id which, int index = 0) {
-    return *static_cast<Widget*>(window.widget_of(which, index));
-  }
-  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
   std::uint32_t lines(id list, int index = 0) { return at<vista_lista>(list, index).marcadas(); }
   std::uint32_t characters(id label) { return at<rotulo>(label).marcados(); }
   void program(std::initializer_list<int> words) {
@@ -67,10 +59,6 @@ class aspecto : public testing::Test {
     }
     return found;
   }
-
-  anfitrion_qt host;
-  Estructura record{host};
-  ventana window;
 };
 
 // --- what changed ---

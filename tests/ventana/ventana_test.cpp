@@ -28,8 +28,7 @@
 #include <QTimer>
 #include <QToolTip>
 
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
+#include "tests/apoyo/ventana_qt.h"
 #include "ui/qt/dialogo_ficheros.h"
 #include "ui/qt/mapa.h"
 
@@ -38,20 +37,8 @@ namespace {
 
 constexpr int goto_self = 0xA00;
 
-class ventana_abierta : public testing::Test {
+class ventana_abierta : public apoyo::ventana_real<> {
  protected:
-  ventana_abierta() : window((record.Form_Load(), record)) {
-    host.pon_ventana(&window);
-    window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-  }
-
-  template <class Widget = QWidget>
-  Widget& at(id which, int index = 0) {
-    return *static_cast<Widget*>(window.widget_of(which, index));
-  }
-  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
   void click_row(id which, int index, int row, Qt::KeyboardModifiers keys = {}) {
     auto& view = at<QListView>(which, index);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, keys,
@@ -106,10 +93,6 @@ class ventana_abierta : public testing::Test {
     action();
     EXPECT_TRUE(seen);
   }
-
-  anfitrion_qt host;
-  Estructura record{host};
-  ventana window;
 };
 
 // --- size and keyboard ---
@@ -536,10 +519,3 @@ TEST_F(ventana_abierta, a_dialog_cancelled_gives_no_name) {
 
 }  // namespace
 }  // namespace estructura
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  QApplication app(argc, argv);
-  estructura::prepara_aplicacion(app);
-  return RUN_ALL_TESTS();
-}

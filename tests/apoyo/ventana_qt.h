@@ -1,0 +1,39 @@
+// The real window, open and active, for one test.
+//
+//   class menus : public apoyo::ventana_real<> {};
+//   TEST_F(menus, ...) { click(id::eje1); EXPECT_EQ(at<QLabel>(id::ciclos).text(), "1"); }
+//
+// The host may be another than that of the program: `ventana_real<mine>`.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "ui/qt/anfitrion_qt.h"
+#include "ui/qt/ventana.h"
+
+namespace estructura::apoyo {
+
+template <class Host = anfitrion_qt>
+class ventana_real : public testing::Test {
+ protected:
+  ventana_real() : window((record.Form_Load(), record)) {
+    host.pon_ventana(&window);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
+
+  template <class Widget = QWidget>
+  Widget& at(id which, int index = 0) {
+    return *static_cast<Widget*>(window.widget_of(which, index));
+  }
+  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
+
+  Host host;
+  Estructura record{host};
+  ventana window;
+};
+
+}  // namespace estructura::apoyo
