@@ -122,7 +122,7 @@ class letra : public testing::TestWithParam<int> {
   /// The longest texts that a program can bring about.
   void fill() {
     chipstate& chip = record_.poke();
-    chip.cycles = 999999999;
+    chip.cycles = 2147483647;
     chip.progmem[0] = 0x2FF;  // DECFSZ 1F,W and the like are the longest instructions
     record_.refresh();
     record_.click(id::WATCHDOG);

@@ -313,7 +313,7 @@ TEST_F(aspecto, nothing_stands_elsewhere_on_another_device) {
 TEST_F(aspecto, nothing_moves_when_values_grow_or_the_program_hides) {
   QCoreApplication::processEvents();
   const auto before = places();
-  record.poke().cycles = 999999999;
+  record.poke().cycles = 2147483647;
   record.refresh();
   record.click(id::WATCHDOG);
   record.click(id::VISMP);

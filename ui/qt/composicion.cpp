@@ -264,9 +264,10 @@ void composicion::marco_pic() {
 
   auto* counters = sin_margen(new QGridLayout, m_.hueco);
   counters->addWidget(w(id::Label8), 0, 0);
-  counters->addWidget(visor(id::ciclos, 11, Qt::AlignRight), 0, 1);
+  // The longest count is 2.147.483.647.
+  counters->addWidget(visor(id::ciclos, 13, Qt::AlignRight), 0, 1);
   counters->addWidget(w(id::Label9), 1, 0);
-  counters->addWidget(visor(id::contawdt, 11, Qt::AlignRight), 1, 1);
+  counters->addWidget(visor(id::contawdt, 13, Qt::AlignRight), 1, 1);
   counters->setColumnMinimumWidth(2, m_.hueco);
   counters->addWidget(w(id::VISMP), 0, 3, 1, 2);
   counters->addWidget(w(id::WATCHDOG), 1, 3);

@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QFileSystemModel>
 #include <QIdentityProxyModel>
+#include <QListView>
 #include <QLocale>
+#include <QSplitter>
 #include <QUrl>
 
 namespace estructura {
@@ -56,6 +58,18 @@ dialogo_ficheros::dialogo_ficheros(QWidget* parent, bool save) : QFileDialog(par
   setWindowTitle(save ? QStringLiteral("Salvar como") : QStringLiteral("Abrir"));
   setLabelText(Accept, save ? QStringLiteral("&Salvar") : QStringLiteral("&Abrir"));
   setLabelText(Reject, QStringLiteral("Cancelar"));
+  da_sitio();
+}
+
+/// Room for the names of the places at the left, and three times as much for the files.
+void dialogo_ficheros::da_sitio() {
+  const auto* const places = findChild<QListView*>(QStringLiteral("sidebar"));
+  auto* const halves = findChild<QSplitter*>(QStringLiteral("splitter"));
+  if (places == nullptr || halves == nullptr) return;
+  const int wide = places->sizeHintForColumn(0) + 4 * fontMetrics().averageCharWidth();
+  const int tall = 28 * fontMetrics().lineSpacing();
+  resize(sizeHint().expandedTo({5 * wide, tall}));
+  halves->setSizes({wide, width() - wide});
 }
 
 }  // namespace estructura

@@ -18,6 +18,9 @@ QString carpeta_ejemplos(const QString& program_folder);
 class dialogo_ficheros final : public QFileDialog {
  public:
   dialogo_ficheros(QWidget* parent, bool save);
+
+ private:
+  void da_sitio();
 };
 
 }  // namespace estructura

@@ -143,7 +143,7 @@ constexpr frase frases[] = {
     {"QShortcut", "Redo", "Rehacer"},
 
     // The file dialog.
-    {"QFileDialog", "Look in:", "&Buscar en:"},
+    {"QFileDialog", "Look in:", "Buscar en:"},
     {"QFileDialog", "Back", "Atrás"},
     {"QFileDialog", "Go back", "Ir atrás"},
     {"QFileDialog", "Forward", "Adelante"},
@@ -163,7 +163,7 @@ constexpr frase frases[] = {
     {"QFileDialog", "Sidebar", "Barra lateral"},
     {"QFileDialog", "List of places and bookmarks", "Lista de sitios y marcadores"},
     {"QFileDialog", "Files", "Ficheros"},
-    {"QFileDialog", "Files of type:", "Ficheros de &tipo:"},
+    {"QFileDialog", "Files of type:", "Tipo de fichero:"},
     {"QFileDialog", "File &name:", "&Nombre del fichero:"},
     {"QFileDialog", "Directory:", "Carpeta:"},
     {"QFileDialog", "Find Directory", "Buscar carpeta"},
