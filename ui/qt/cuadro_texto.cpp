@@ -253,6 +253,7 @@ class enlace_listado final : public enlace_area {
   enlace_listado(const control& record, puerta& door, const medidas& measures, listado& edit)
       : enlace_area(record, door, measures, edit), edit_(edit) {
     edit_.setReadOnly(true);
+    edit_.setUndoRedoEnabled(false);
     // A read-only text shows no caret and takes no keys unless told to.
     edit_.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     edit_.clic = [this] {
