@@ -431,6 +431,15 @@ TEST_F(ventana_abierta, a_tip_that_is_a_file_name_is_never_taken_for_marked_up_t
   QToolTip::hideText();
 }
 
+TEST_F(ventana_abierta, the_seven_file_buttons_and_no_others_bear_pictures) {
+  QStringList pictured;
+  for (const auto* button : window.findChildren<QAbstractButton*>())
+    if (!button->icon().isNull()) pictured << button->objectName();
+  pictured.sort();
+  EXPECT_EQ(pictured, QStringList({"borrar", "borrarasm", "cargar", "cargarasm", "salvar", "salvar16c84",
+                                   "salvarasm"}));
+}
+
 TEST_F(ventana_abierta, values_stand_digit_under_digit) {
   for (const id which :
        {id::MP, id::MDP, id::MD, id::RE, id::PIL, id::STATUS, id::OPT, id::source, id::lst}) {
