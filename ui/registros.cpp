@@ -48,6 +48,7 @@ void Estructura::show_views() {
 void Estructura::show_memory() {
   const auto& regs = chip_.regs;
   std::vector<std::string> common;
+  common.reserve(16);
   for (int i = 0; i < 16; ++i) common.push_back(hexstr(regs[i], 2));
   common[reg_indf] = "**";
   if (chip_.devmodel.mask5 == 15) common[reg_5] = "-" + hexstr(regs[reg_5], 1);
@@ -56,6 +57,7 @@ void Estructura::show_memory() {
   const int bank = fsrbank(chip_);
   for (int b = 0; b < 4; ++b) {
     std::vector<std::string> lines;
+    lines.reserve(16);
     for (int i = 0; i < 16; ++i) lines.push_back(hexstr(chip_.bankregs[b * 16 + i], 2));
     at(id::MD, b).set_rows(std::move(lines));
     at(id::MD, b).set_face_background(b != bank);

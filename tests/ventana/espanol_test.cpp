@@ -50,7 +50,7 @@ class sonda final : public QTranslator {
   QString translate(const char* context, const char* source, const char* note, int n) const override {
     if (asking_) return {};
     asking_ = true;
-    const QString answer = QCoreApplication::translate(context, source, note, n);
+    QString answer = QCoreApplication::translate(context, source, note, n);
     asking_ = false;
     ++asked;
     // Who reads a key's name compares it with all there are. Those that are shown have a test of their own.

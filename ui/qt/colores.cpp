@@ -88,10 +88,11 @@ QPalette paleta_legible(const QPalette& desktop) {
 
 QColor fondo_novedad(const QColor& ground, const QColor& text) {
   constexpr double strongest = 0.34;
+  constexpr int steps = static_cast<int>(strongest / paso);
   const QColor amber(255, 172, 0);
   QColor found = ground;
-  for (double share = paso; share <= strongest; share += paso) {
-    const QColor stronger = mezcla(amber, ground, share);
+  for (int step = 1; step <= steps; ++step) {
+    const QColor stronger = mezcla(amber, ground, step * paso);
     if (contraste(text, stronger) < con_holgura) break;
     found = stronger;
   }

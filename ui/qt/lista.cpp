@@ -333,11 +333,11 @@ void vista_lista::mouseDoubleClickEvent(QMouseEvent* event) {
 
 bool vista_lista::mueve_cursor(int key) {
   const int last = model()->rowCount() - 1;
-  int to = cursor_;
+  int to = 0;
   switch (key) {
     case Qt::Key_Up: to = cursor_ < 0 ? 0 : cursor_ - 1; break;
     case Qt::Key_Down: to = cursor_ + 1; break;
-    case Qt::Key_Home: to = 0; break;
+    case Qt::Key_Home: break;
     case Qt::Key_End: to = last; break;
     default: return false;
   }
