@@ -6,6 +6,7 @@
 // Boxes are answered No, or OK, without being shown.
 #pragma once
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -23,6 +24,7 @@ class anfitrion_callado final : public anfitrion_qt {
  public:
   answer mensaje(box kind, std::string_view) override {
     ++boxes;
+    if (at_box) at_box();
     return kind == box::yesno || kind == box::yesnocancel ? answer::no : answer::ok;
   }
   std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
@@ -30,6 +32,7 @@ class anfitrion_callado final : public anfitrion_qt {
   }
 
   int boxes = 0;
+  std::function<void()> at_box;
   std::string file;
 };
 

@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QWheelEvent>
 
 #include "tests/ventana/abierta.h"
 #include "ui/qt/colores.h"
@@ -240,6 +241,31 @@ TEST_F(editor, an_error_far_away_comes_into_sight_with_the_beginning_of_its_line
   EXPECT_EQ(fuente().horizontalScrollBar()->value(), 0);
   QTextCursor start(fuente().document()->findBlockByNumber(400));
   EXPECT_TRUE(fuente().viewport()->rect().contains(fuente().cursorRect(start).center()));
+}
+
+TEST_F(editor, the_marked_line_is_in_sight_while_the_box_tells_of_the_error) {
+  carga(QByteArray("NOP\r\n").repeated(400) + "FOO\r\n" + QByteArray("NOP\r\n").repeated(400));
+  bool seen = false;
+  host.at_box = [&] {
+    window.actualiza();
+    const QTextCursor line(fuente().document()->findBlockByNumber(400));
+    seen = fuente().viewport()->rect().contains(fuente().cursorRect(line).center());
+  };
+  click(id::Ensamblar);
+  EXPECT_TRUE(seen);
+}
+
+TEST_F(editor, the_wheel_with_ctrl_leaves_the_letters_of_the_listing) {
+  escribe("NOP");
+  click(id::Ensamblar);
+  click(id::sl, 1);
+  auto& listing = at<QPlainTextEdit>(id::lst);
+  const QFont before = listing.font();
+  const QPointF place = listing.viewport()->rect().center();
+  QWheelEvent wheel(place, listing.viewport()->mapToGlobal(place), {}, {0, 120}, Qt::NoButton,
+                    Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(listing.viewport(), &wheel);
+  EXPECT_EQ(listing.font(), before);
 }
 
 TEST_F(editor, the_same_error_again_comes_into_sight_again) {

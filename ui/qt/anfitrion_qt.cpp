@@ -57,7 +57,10 @@ void rotula(QMessageBox& shown) {
       {QMessageBox::Cancel, "Cancelar"},
   };
   for (const auto& [which, caption] : captions)
-    if (QAbstractButton* const button = shown.button(which)) button->setText(QString::fromUtf8(caption));
+    if (QAbstractButton* const button = shown.button(which)) {
+      button->setText(QString::fromUtf8(caption));
+      button->setIcon({});
+    }
 }
 
 }  // namespace

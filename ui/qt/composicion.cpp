@@ -264,7 +264,7 @@ void composicion::marco_pic() {
 
   auto* counters = sin_margen(new QGridLayout, m_.hueco);
   counters->addWidget(w(id::Label8), 0, 0);
-  // The longest count is 2.147.483.647.
+  // Room for any 32-bit count with its points.
   counters->addWidget(visor(id::ciclos, 13, Qt::AlignRight), 0, 1);
   counters->addWidget(w(id::Label9), 1, 0);
   counters->addWidget(visor(id::contawdt, 13, Qt::AlignRight), 1, 1);

@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTextDocument>
+#include <QWheelEvent>
 
 #include "ui/qt/editor_fuente.h"
 #include "ui/qt/texto_qt.h"
@@ -241,6 +242,10 @@ class listado final : public QPlainTextEdit {
   void keyReleaseEvent(QKeyEvent* event) override {
     QPlainTextEdit::keyReleaseEvent(event);
     if (tecla) tecla();
+  }
+  void wheelEvent(QWheelEvent* event) override {
+    // With Ctrl, Qt makes the letters of a read-only text larger, but not the stops of its tabs.
+    if ((event->modifiers() & Qt::ControlModifier) == 0) QPlainTextEdit::wheelEvent(event);
   }
 };
 

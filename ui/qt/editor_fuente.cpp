@@ -155,6 +155,10 @@ void editor_fuente::pon_linea_con_error(int line) {
   error_line_ = line;
   marca_error();
   margin_->update();
+  // The box that tells of the error may be up before the line is selected.
+  const QTextBlock marked = document()->findBlockByNumber(line - 1);
+  if (line > 0 && !viewport()->rect().contains(cursorRect(QTextCursor(marked)).center()))
+    verticalScrollBar()->setValue(std::max(0, line - 4));
 }
 
 void editor_fuente::marca_error() {

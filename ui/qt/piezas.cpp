@@ -192,7 +192,11 @@ void rotulo::paintEvent(QPaintEvent* event) {
 void rotulo::pinta_novedades() {
   QPainter painter(this);
   drawFrame(&painter);
-  const QRect room = contentsRect();
+  // A label with a frame keeps half an "x" between the two, unless told otherwise.
+  const int inset = indent() >= 0 || frameWidth() == 0
+                        ? std::max(indent(), 0)
+                        : fontMetrics().horizontalAdvance(QLatin1Char('x')) / 2;
+  const QRect room = contentsRect().adjusted(inset, 0, -inset, 0);
   const QColor ground = palette().color(backgroundRole());
   const QString shown = text();
   const auto length = static_cast<int>(shown.size());
