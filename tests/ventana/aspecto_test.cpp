@@ -242,6 +242,18 @@ TEST_F(aspecto, a_breakpoint_keeps_its_star_and_has_a_disc) {
         break;
       }
   EXPECT_GE(blue, line.height() / 2);
+  // Between it and the address a column of the ground is left.
+  const auto is_ground = [&](int x) {
+    for (int y = 0; y < row.height(); ++y)
+      if (row.pixelColor(x, y) != row.pixelColor(0, 0)) return false;
+    return true;
+  };
+  const int middle = row.height() / 2;
+  int x = 0;
+  while (row.pixelColor(x, middle) != QColor(0, 0, 200)) ++x;
+  const int left_edge = x;
+  while (!is_ground(x)) ++x;
+  EXPECT_LE(x - left_edge, line.height());
 }
 
 // --- map ---

@@ -28,7 +28,7 @@ aspecto_lista aspecto(id which) {
     case id::RE: return {.filas = 6, .letras = 3};
     case id::PIL: return {.filas = 2, .letras = 3};
     // "*7FF", "FFF" and the longest instruction, "DECFSZ 1F,W", with their gaps.
-    case id::MP: return {.letras = 24, .tenues = 1, .varias = true, .canal = 2};
+    case id::MP: return {.letras = 24, .tenues = 1, .varias = true, .canal = 3};
     default: return {};
   }
 }
@@ -124,7 +124,8 @@ class delegado_lista final : public QStyledItemDelegate {
   /// The star of a breakpoint upon a disc.
   void pinta_parada(QPainter& painter, const QRect& row, const QColor& colour) const {
     const double radius = row.height() * 0.4;
-    const QPointF centre(row.left() + margin_ + letra_ * 0.15, row.top() + row.height() / 2.0);
+    // Its edge keeps off the address, which begins one character on.
+    const QPointF centre(row.left() + margin_ + letra_ * 0.8 - radius, row.top() + row.height() / 2.0);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
