@@ -278,6 +278,13 @@ TEST_F(ventana_abierta, what_an_editing_button_inserts_can_be_undone) {
   EXPECT_EQ(record.look(id::source).text(), "ab");
 }
 
+TEST_F(ventana_abierta, a_line_of_entry_holds_what_the_record_holds_however_long) {
+  const std::string text(40'000, 'A');
+  record.type(id::INS, text);
+  window.actualiza();
+  EXPECT_EQ(at<QLineEdit>(id::INS).text().toStdString(), text);
+}
+
 TEST_F(ventana_abierta, a_value_typed_and_entered_reaches_the_register) {
   click_row(id::RE, 0, 1);
   QTest::keyClicks(&at(id::dat), "a5");

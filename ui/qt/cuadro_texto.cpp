@@ -1,6 +1,7 @@
 #include "ui/qt/cuadro_texto.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -98,6 +99,8 @@ class enlace_linea final : public enlace {
       : enlace(record, door), edit_(new linea) {
     edit_->setFont(measures.mono);
     edit_->setMinimumWidth(measures.celda(4));
+    // Cut at Qt's own 32,767 characters, the text would be another than the record's.
+    edit_->setMaxLength(std::numeric_limits<int>::max());
     const auto look = [this] { revisa(); };
     QObject::connect(edit_, &QLineEdit::textChanged, edit_, look);
     QObject::connect(edit_, &QLineEdit::selectionChanged, edit_, look);
