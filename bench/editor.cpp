@@ -60,6 +60,7 @@ struct open_window {
     window.Form_Load();
     shown = std::make_unique<ventana>(window);
     host.pon_ventana(shown.get());
+    shown->resize(shown->least());
     shown->show();
     QApplication::processEvents();
   }

@@ -70,6 +70,7 @@ struct open_window {
     load_program(window, program);
     shown = std::make_unique<ventana>(window);
     host.pon_ventana(shown.get());
+    shown->resize(shown->least());
     shown->show();
     QApplication::processEvents();
   }

@@ -302,7 +302,7 @@ int main(int argc, char** argv) {
   }
   shown.actualiza();
   for (int turn = 0; turn < 10; ++turn) QCoreApplication::processEvents();
-  const QSize least = shown.minimumSizeHint();
+  const QSize least = shown.least();
   std::printf("%s %.1f pt; at least %dx%d, is %dx%d\n", qPrintable(QFontInfo(shown.font()).family()),
               QFontInfo(shown.font()).pointSizeF(), least.width(), least.height(), shown.width(),
               shown.height());

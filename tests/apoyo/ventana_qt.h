@@ -20,6 +20,8 @@ class ventana_real : public testing::Test {
  protected:
   ventana_real() : window((record.Form_Load(), record)) {
     host.pon_ventana(&window);
+    // As on a screen of 1366 by 768, whatever the screen is.
+    window.resize(window.least().expandedTo({1366, 720}));
     window.show();
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

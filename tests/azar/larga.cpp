@@ -135,6 +135,7 @@ class sesion {
     for (const int vector : {0x1FF, 0x3FF, 0x7FF}) window_.poke().progmem[vector] = 0xA00;
     int address = 0;
     for (const std::uint16_t word : program) window_.poke().progmem[address++] = word;
+    shown_.resize(shown_.least());
     shown_.show();
     shown_.activateWindow();
   }

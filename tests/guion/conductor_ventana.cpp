@@ -143,6 +143,8 @@ conductor_ventana::conductor_ventana(escritorio& desk)
   QGuiApplication::clipboard()->clear();
   host_.pon_ventana(&shown_);
   host_.watch(window_);
+  // Whatever the screen, nothing is scrolled out of sight.
+  shown_.resize(shown_.least());
   shown_.show();
   shown_.activateWindow();
   if (!QTest::qWaitForWindowActive(&shown_)) throw error_de_guion("the window does not become active");

@@ -101,19 +101,19 @@ TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
   for (const char* device : {"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"}) {
     record.pick(id::PIC, device);
     window.actualiza();
-    EXPECT_LE(window.minimumSizeHint().width(), 1366) << device;
-    EXPECT_LE(window.minimumSizeHint().height(), 720) << device;
+    EXPECT_LE(window.least().width(), 1366) << device;
+    EXPECT_LE(window.least().height(), 720) << device;
   }
 }
 
 TEST_F(ventana_abierta, nothing_moves_when_the_device_changes) {
   const QPoint before = at(id::MD, 0).mapTo(&window, QPoint());
-  const QSize size = window.minimumSizeHint();
+  const QSize size = window.least();
   record.pick(id::PIC, "12C508");
   window.actualiza();
   QCoreApplication::processEvents();
   EXPECT_EQ(at(id::MD, 0).mapTo(&window, QPoint()), before);
-  EXPECT_EQ(window.minimumSizeHint(), size);
+  EXPECT_EQ(window.least(), size);
 }
 
 TEST_F(ventana_abierta, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
@@ -144,9 +144,28 @@ TEST_F(ventana_abierta, binary_views_stand_beside_the_lines_they_show) {
   EXPECT_EQ(at(id::lstatus).mapTo(&window, QPoint()).x(), at(id::STATUS).mapTo(&window, QPoint()).x());
 }
 
+TEST_F(ventana_abierta, the_current_program_line_stays_in_sight_when_the_window_becomes_lower) {
+  auto& program = at<QListView>(id::MP);
+  const auto line = [&] { return program.visualRect(program.currentIndex()); };
+  const auto whole = [&] { return program.viewport()->rect().contains(line()); };
+  ASSERT_EQ(program.currentIndex().row(), 0x7FF);
+  window.resize(window.least() + QSize(0, 200));
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(whole());
+  window.resize(window.least());
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(whole());
+
+  // One that the person has scrolled out of sight stays there.
+  program.scrollToTop();
+  window.resize(window.least() + QSize(0, 200));
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(whole());
+}
+
 TEST_F(ventana_abierta, no_control_has_the_focus_at_the_start) {
   EXPECT_EQ(record.focused().which, id::none);
-  EXPECT_EQ(QApplication::focusWidget(), window.centralWidget());
+  EXPECT_EQ(QApplication::focusWidget(), at(id::Frame7).parentWidget());
 }
 
 TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_table) {

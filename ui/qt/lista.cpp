@@ -274,6 +274,13 @@ void vista_lista::scrollTo(const QModelIndex& index, ScrollHint hint) {
   QListView::scrollTo(index, far ? PositionAtCenter : hint);
 }
 
+void vista_lista::resizeEvent(QResizeEvent* event) {
+  const QModelIndex current = currentIndex();
+  const bool in_sight = QRect(QPoint(), event->oldSize()).intersects(visualRect(current));
+  QListView::resizeEvent(event);
+  if (in_sight) scrollTo(current);
+}
+
 void vista_lista::keyboardSearch(const QString& search) {
   // The Space key selects, and then Qt looks for the next line that begins with a blank: nearly all do.
   if (!search.trimmed().isEmpty()) QListView::keyboardSearch(search);

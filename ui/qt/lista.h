@@ -89,6 +89,7 @@ class vista_lista final : public QListView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;

@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QLayout>
 #include <QScreen>
+#include <QScrollArea>
 
 #include "ui/qt/colores.h"
 #include "ui/qt/iconos.h"
@@ -17,7 +18,8 @@ namespace estructura {
 
 namespace {
 
-/// The smallest screen that the window is laid out for, less what the desktop takes for title bar and panel.
+/// The smallest room that letters shrink for, a screen less what the desktop takes for title bar and panel.
+/// In a smaller one the panel is scrolled.
 constexpr int least_width = 1280;
 constexpr int least_height = 640;
 /// The size it opens with where there is room.
@@ -28,10 +30,9 @@ constexpr double smallest_letter_pt = 7.5;
 
 QSize sitio() {
   const QScreen* const screen = QGuiApplication::primaryScreen();
-  const QSize room = screen != nullptr ? screen->availableSize() : QSize();
-  // The title bar is not known before the window is shown; a line and a half of letters is.
-  const QSize inside(room.width(), room.height() - QFontMetrics(QApplication::font()).height() * 5 / 2);
-  return inside.expandedTo(QSize(least_width, least_height));
+  const QSize room = screen != nullptr ? screen->availableSize() : QSize(least_width, least_height);
+  // The title bar is not known before the window is shown; the height of letters is.
+  return {room.width(), room.height() - QFontMetrics(QApplication::font()).height() * 5 / 2};
 }
 
 bool cabe(const QSize& size, const QSize& room) {
@@ -46,18 +47,21 @@ ventana::ventana(Estructura& window, QWidget* parent) : QMainWindow(parent), win
   setWindowIcon(icono_programa());
   toma_colores();
   construye();
-  // A desktop with large letters on a small screen: somewhat smaller ones rather than a window that does not
-  // fit.
+  // A desktop with large letters on a small screen: somewhat smaller ones rather than a panel that is
+  // scrolled.
   const QSize room = sitio();
-  for (QFont smaller = font(); !cabe(minimumSizeHint(), room) && smaller.pointSizeF() > smallest_letter_pt;) {
+  const QSize fit = room.expandedTo(QSize(least_width, least_height));
+  for (QFont smaller = font(); !cabe(least(), fit) && smaller.pointSizeF() > smallest_letter_pt;) {
     smaller.setPointSizeF(smaller.pointSizeF() - 0.5);
     derriba();
     setFont(smaller);
     construye();
   }
-  resize(minimumSizeHint().expandedTo(room.boundedTo(QSize(first_width, first_height))));
-  QObject::connect(qApp, &QApplication::focusChanged, this,
-                   [this](const QWidget*, const QWidget* now) { foco_movido(now); });
+  resize(least().expandedTo(QSize(first_width, first_height)).boundedTo(room));
+  QObject::connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
+    ensena(now);
+    foco_movido(now);
+  });
   pon_teclas(*this);
 }
 
@@ -79,8 +83,13 @@ void ventana::derriba() {
 void ventana::construye() {
   const medidas measures(font());
   const std::vector<control>& controls = window_.look_all();
+  area_ = new QScrollArea;
+  area_->setFrameShape(QFrame::NoFrame);
+  area_->setFocusPolicy(Qt::NoFocus);
+  area_->setWidgetResizable(true);
   auto* const panel = new QWidget;
-  setCentralWidget(panel);
+  area_->setWidget(panel);
+  setCentralWidget(area_);
   const auto find = [this](id which, int index) { return widget_of(which, index); };
   names_ = std::make_unique<nombres_accesibles>(window_, find);
   first_.fill(-1);
@@ -124,8 +133,12 @@ void ventana::construye() {
     }
   }
   // At the start no control has the focus; the panel takes it and shows nothing.
-  centralWidget()->setFocus();
+  panel->setFocus();
   actualiza();
+}
+
+QSize ventana::least() const {
+  return area_->widget()->minimumSizeHint();
 }
 
 enlace& ventana::enlace_de(id which, int index) const {
@@ -176,8 +189,14 @@ void ventana::actualiza() {
 
 void ventana::copia_foco() {
   const focus_place place = window_.focused();
-  QWidget* const wanted = place.which == id::none ? centralWidget() : widget_of(place.which, place.index);
+  QWidget* const wanted = place.which == id::none ? area_->widget() : widget_of(place.which, place.index);
   if (focusWidget() != wanted) wanted->setFocus();
+}
+
+void ventana::ensena(QWidget* focus) {
+  // A button must not move from under the mouse that is about to click it.
+  if (focus == nullptr || QApplication::mouseButtons() != Qt::NoButton) return;
+  if (area_->widget()->isAncestorOf(focus)) area_->ensureWidgetVisible(focus);
 }
 
 void ventana::foco_movido(const QWidget* now) {

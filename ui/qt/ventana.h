@@ -27,6 +27,8 @@
 #include "ui/qt/novedades.h"
 #include "ui/qt/piezas.h"
 
+class QScrollArea;
+
 namespace estructura {
 
 class mapa_qt;
@@ -45,6 +47,8 @@ class ventana final : public QMainWindow, private puerta {
   /// The widget of a control; the member `index` of a group.
   [[nodiscard]] QWidget* widget_of(id which, int index = 0) const;
   [[nodiscard]] Estructura& estructura() { return window_; }
+  /// The size below which the window scrolls its controls, in logical pixels; the letters' size fixes it.
+  [[nodiscard]] QSize least() const;
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -56,6 +60,7 @@ class ventana final : public QMainWindow, private puerta {
   void derriba();
   void toma_colores();
   void foco_movido(const QWidget* now);
+  void ensena(QWidget* focus);
   void copia_foco();
   [[nodiscard]] enlace& enlace_de(id which, int index) const;
 
@@ -70,6 +75,7 @@ class ventana final : public QMainWindow, private puerta {
   marcas_a_medida marks_;
   std::unique_ptr<novedades> news_;
   std::optional<QPalette> desktop_colours_;  ///< those that the window's are made of
+  QScrollArea* area_ = nullptr;
   mapa_qt* map_ = nullptr;
   vista_lista* program_ = nullptr;
   bool closing_ = false;
