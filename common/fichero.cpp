@@ -234,7 +234,8 @@ std::string localiza(std::string_view path) {
 
 bool existe(const std::string& path) {
   std::error_code error;
-  return fs::exists(fs::path(path), error);
+  const fs::file_status found = fs::status(fs::path(path), error);
+  return fs::exists(found) && !fs::is_directory(found);
 }
 
 bool lee_principio(const std::string& path, std::string& bytes, std::size_t most, bool& whole) {

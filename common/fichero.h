@@ -20,7 +20,7 @@ namespace estructura {
 /// A file that does not exist gets its lower-cased name in the folder found.
 std::string localiza(std::string_view path);
 
-/// Whether the path names something on disk (a folder counts).
+/// Whether the path names something on disk that is no folder.
 bool existe(const std::string& path);
 
 /// The whole content, as it stood at one moment. False, with `bytes` empty, when the file is missing, is no

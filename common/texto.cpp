@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <locale>
+#include <stdexcept>
 
 namespace estructura {
 
@@ -71,10 +73,22 @@ char32_t upper_point(char32_t c) {
   return c == 0xFF ? char32_t{0x178} : c;
 }
 
+// The C library's table of all scripts, whatever the desktop's language; where a system lacks it, ASCII's.
+const std::ctype<wchar_t>& letters() {
+  static const std::locale locale = [] {
+    try {
+      return std::locale("C.UTF-8");
+    } catch (const std::runtime_error&) {
+      return std::locale::classic();
+    }
+  }();
+  return std::use_facet<std::ctype<wchar_t>>(locale);
+}
+
 char32_t lower_point(char32_t c) {
   if (c >= U'A' && c <= U'Z') return c + 32;
   if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return c + 32;
-  return c == 0x178 ? char32_t{0xFF} : c;
+  return c <= 0xFF ? c : static_cast<char32_t>(letters().tolower(static_cast<wchar_t>(c)));
 }
 
 template <class Map>

@@ -25,6 +25,8 @@ std::string nomfic(std::string_view path);
 /// Whether every character, upper-cased, is a hexadecimal digit or one of `extra`. True for an empty text.
 bool ishex(std::string_view text, std::string_view extra = {});
 
+/// Upper case of ASCII and Latin-1 letters, which source text may hold; lower case of all letters, for names
+/// of files. Bytes that are no UTF-8 stay.
 std::string to_upper(std::string_view text);
 std::string to_lower(std::string_view text);
 

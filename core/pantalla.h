@@ -21,10 +21,11 @@ namespace estructura {
 
 /// What the window tells the rules. Kept up to date by the window whenever one of its controls changes.
 struct surroundings {
-  bool config_open = true;   ///< `WATCHDOG` is enabled: the next step locks the configuration
-  bool watchdog_on = false;  ///< `WATCHDOG` is checked
-  bool entry_shown = false;  ///< the instruction box or its code label shows something to clear
-  bool fr_set = false;       ///< the number in `FR` is not 0
+  bool config_open = true;      ///< `WATCHDOG` is enabled: the next step locks the configuration
+  bool watchdog_on = false;     ///< `WATCHDOG` is checked
+  bool entry_shown = false;     ///< the instruction box or its code label shows something to clear
+  bool fr_set = false;          ///< the number in `FR` is not 0
+  bool focus_at_stake = false;  ///< a refresh may close the control that has the focus
   /// Values of the pin boxes of ports A, B and C, bit by pin.
   bounded_array<std::uint8_t, 3> boxes{};
   /// Watchdog period in instruction cycles for each divisor 2^0..2^7; beyond 32 bits it is `too_large`.
@@ -44,6 +45,7 @@ struct owed {
   bool row = false;           ///< a row of the program list was chosen
   bool row_in_list = false;   ///< the last choice was a line of the list; otherwise none is current
   std::int16_t clicked = -1;  ///< the last line chosen within the list, -1 none since the last look
+  bool moved = false;         ///< another line was chosen before the last one, since the last look
   std::int16_t marker = 0;    ///< map position: where the marker was last drawn
   bool marker_drawn = false;
 };
@@ -57,8 +59,13 @@ class pantalla {
   virtual void lock_configuration() {}
   /// Empties the instruction box and its code label; called only while `env.entry_shown`.
   virtual void clear_entry() {}
+  /// The step that begins may run the watchdog out: its box shows what is owed by now and nothing of the
+  /// step.
+  virtual void foresee_warning() {}
   /// The watchdog has run out: a box with an OK button.
   virtual void warn_watchdog() {}
+  /// The views were refreshed while `env.focus_at_stake`: a control that they close hands the focus on.
+  virtual void guard_focus() {}
   /// The run button's click, performed by a run that meets a breakpoint.
   virtual void click_ejecutar() {}
   /// Handles pending events; how many further steps may pass before it wants to be asked again, at least 1.
@@ -69,7 +76,9 @@ class pantalla {
   void choose_program_row(std::int16_t address, std::int16_t progmask) {
     due.row = true;
     due.row_in_list = address <= progmask;
-    if (due.row_in_list) due.clicked = address;
+    if (!due.row_in_list) return;
+    due.moved |= due.clicked >= 0 && due.clicked != address;
+    due.clicked = address;
   }
   void erase_marker() { due.marker_drawn = false; }
   void draw_marker(std::int16_t address) {

@@ -244,6 +244,8 @@ inline void regen(chipstate& chip, pantalla& view) {
   if (chip.devmodel.hasportc)
     follow_latch(view.env.boxes[2], chip.pinc, chip.cpu.trisc, chip.regs[reg_7], 255);
   view.due.views = true;
+  if (view.env.focus_at_stake) [[unlikely]]
+    view.guard_focus();
   // A pin that its latch moves counts as clicked, so an output can wake the chip too.
   constexpr int waking_pins = 0b1011;
   if ((changed_b & waking_pins) != 0) [[unlikely]]
@@ -272,6 +274,9 @@ inline void step(chipstate& chip, pantalla& view) {
     detail::regen(chip, view);
     return;
   }
+  constexpr int most_cycles = 2;
+  if (view.env.watchdog_on && chip.wdtcount >= std::int64_t{chip.wdtlimit} - most_cycles) [[unlikely]]
+    view.foresee_warning();
   detail::execinst(chip, word);
   if (view.env.watchdog_on) wdtcal(chip, view);
   tmrtick(chip);

@@ -149,6 +149,8 @@ bool takes_focus(kind k) {
 void Estructura::move_focus(focus_place place) {
   if (place == focus_) return;
   const focus_place left = std::exchange(focus_, place);
+  env.focus_at_stake = place.which == id::PA || place.which == id::PB || place.which == id::PC ||
+                       place.which == id::FR || place.which == id::TOCKI;
   if (left.which != id::none) raised(at(left.which, left.index), event::lostfocus);
   if (place.which != id::none && place == focus_) raised(at(place.which, place.index), event::gotfocus);
 }
@@ -170,6 +172,19 @@ bool Estructura::usable(id which, int index) const {
   if (!c.enabled() || !c.visible()) return false;
   const id frame = declared(which).frame;
   return frame == id::none || usable(frame);
+}
+
+// During a run the views are worked out for a look now and then. Where the focus is must not depend on that.
+void Estructura::guard_focus() {
+  bool open = true;
+  switch (focus_.which) {
+    case id::FR: open = timer_counts_pulses(); break;
+    case id::TOCKI: open = timer_counts_pulses() && !env.fr_set; break;
+    default: open = pin_is_input(focus_.which, focus_.index); break;
+  }
+  // On the 12C50x the pin of GP2 is then the T0CKI input.
+  if (focus_ == focus_place{id::PB, 2} && !chip_.devmodel.is16c5x && timer_counts_pulses()) open = false;
+  if (!open) settle();
 }
 
 // --- The door ---
@@ -295,9 +310,10 @@ void Estructura::pick(id which, std::string_view entry) {
 
 void Estructura::type(id which, std::string_view text, int caret) {
   through_the_door([&] {
-    const bool read_only = which == id::lst;
-    if (at(which).is() != kind::text || !usable(which) || read_only) return;
+    if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
+    const bool read_only = which == id::lst;
+    if (read_only) return;
     control& box = at(which);
     // The source keeps CR LF between its lines, whatever was typed or pasted.
     if (which == id::source)
@@ -324,7 +340,7 @@ void Estructura::enter(id which) {
     if (which == id::source)
       replace_selection("\r\n");
     else
-      raised(box, event::enter);
+      raised(box, which == id::lst ? event::keyup : event::enter);
   });
 }
 
@@ -357,6 +373,8 @@ void Estructura::settle_row() {
   if (!std::exchange(due.row, false)) return;
   control& list = at(id::MP);
   if (due.clicked >= 0) list.choose_row(std::exchange(due.clicked, std::int16_t{-1}));
+  // An address that was left and met again has changed twice, though its text is the same.
+  if (std::exchange(due.moved, false)) direc_Change(0);
   if (!due.row_in_list) list.choose_row(-1);
 }
 

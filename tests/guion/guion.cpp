@@ -79,10 +79,11 @@ int guion::yielded(int passed) {
   run_yields_ += passed;
   while (!failure_ && do_next_due()) {
   }
-  if (!failure_ && waiting_.empty() && run_yields_ >= most_yields)
+  const bool runs = driver_.window().chip().running;
+  if (!failure_ && runs && waiting_.empty() && run_yields_ >= most_yields)
     fail("the run has yielded " + std::to_string(most_yields) + " times and no @ statement is left");
   if (failure_) driver_.window().poke().running = false;
-  if (failure_ || !waiting_.empty()) return 1;
+  if (failure_ || !runs || !waiting_.empty()) return 1;
   return static_cast<int>(most_yields - run_yields_);
 }
 

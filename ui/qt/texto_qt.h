@@ -19,12 +19,12 @@ namespace estructura {
 /// The text as a widget holds it.
 QString a_qt(std::string_view text);
 
-/// A widget's text as the record holds it. Every line end, the document's own separators too, becomes CR LF.
+/// A widget's text, or the clipboard's, as the record holds it: every line end becomes CR LF.
 std::string de_qt(const QString& text);
 
-/// The same for a document of many lines, which takes some characters for line ends of its own: the
-/// separators of lines and paragraphs, and two that it marks frames with. It holds stand-ins for them, one
-/// unit each.
+/// The same for a document of many lines. It has line ends of its own, the separators of lines and
+/// paragraphs, and marks frames with two more characters; where a text holds one of these four, it holds a
+/// stand-in, one unit each.
 QString a_documento(std::string_view text);
 std::string de_documento(const QString& text);
 /// What the stand-ins in a document's text stand for.

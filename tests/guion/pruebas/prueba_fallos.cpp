@@ -156,6 +156,13 @@ TEST_P(Fallos, a_question_met_by_a_waiting_statement_is_reported_at_its_line) {
   EXPECT_THAT(said.err, HasSubstr("-:2: a question with no answer waiting: \"yesno"));
 }
 
+TEST_P(Fallos, a_run_that_the_last_waiting_statement_stops_is_none) {
+  const dicho said =
+      runner.run_text("program 0x7FF 0\n@50000001 click ejecutar\nclick ejecutar\nshow chip.pc\n");
+  EXPECT_EQ(said.err, "1 passed, 0 failed\n");
+  EXPECT_EQ(said.status, 0);
+}
+
 TEST_P(Fallos, a_run_without_end_is_an_error) {
   const dicho said = runner.run_text("@2 show chip.pc\nclick ejecutar\nshow chip.w\n");
   EXPECT_EQ(said.out, "chip.pc = 1\n");
