@@ -145,12 +145,18 @@ void Estructura::TOCKI_Click(int) {
 void Estructura::FR_Change(int) {
   constexpr double highest_hz = 1'000'000;
   control& fr = at(id::FR);
+  // Whoever goes on typing means another number, not more digits of this one.
+  const auto replace = [&fr](const std::string& text) {
+    if (fr.text() == text) return;
+    fr.set_text(text);
+    fr.set_selection(0, static_cast<int>(text.size()));
+  };
   const double hz = valdec(fr.text());
   if (hz <= 0) {
     at(id::TOCKI).set_enabled(true);
-    fr.set_text("0");
+    replace("0");
   } else if (hz > highest_hz) {
-    fr.set_text("1000000");
+    replace("1000000");
     chip_.tockicount = 0;
     at(id::TOCKI).set_enabled(false);
   }

@@ -144,6 +144,11 @@ struct declaration {
 
 const declaration& declared(id which);
 
+/// The lists of names and addresses: there is nothing to do in them, and the values beside them tell both.
+constexpr bool skipped_by_tab(id which) {
+  return which == id::nomre || which == id::nombres || which == id::dirmd;
+}
+
 /// The control that a name means, "eje1" or "PB(3)"; id::none when there is none. `index` receives the
 /// member.
 id find_control(std::string_view name, int& index);

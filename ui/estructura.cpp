@@ -161,7 +161,7 @@ void Estructura::leave_withdrawn_focus() {
   const int from = first_member_[static_cast<std::size_t>(focus_.which)] + focus_.index;
   for (int step = 1; step < size; ++step) {
     const control& next = controls_[static_cast<std::size_t>((from + step) % size)];
-    if (takes_focus(next.is()) && usable(next.which(), next.index()))
+    if (takes_focus(next.is()) && !skipped_by_tab(next.which()) && usable(next.which(), next.index()))
       return move_focus({next.which(), next.index()});
   }
   move_focus({});
@@ -328,6 +328,12 @@ void Estructura::select(id which, int start, int length) {
     if (at(which).is() != kind::text || !usable(which)) return;
     move_focus({which, 0});
     at(which).set_selection(start, length);
+  });
+}
+
+void Estructura::press(id which) {
+  through_the_door([&] {
+    if (at(which).is() == kind::button && usable(which)) raised(at(which), event::click);
   });
 }
 

@@ -84,6 +84,8 @@ class Estructura final : public pantalla, private event_sink {
   /// The whole text of a text box, replaced in one change; the caret goes to `caret`, or to its end.
   void type(id which, std::string_view text, int caret = -1);
   void select(id which, int start, int length);
+  /// A button's function key: its click, with the focus left where it is.
+  void press(id which);
   /// The Enter key in a text box.
   void enter(id which);
   /// The focus moves, as by the Tab key; `blur` leaves no control with it.

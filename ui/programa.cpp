@@ -78,7 +78,10 @@ void Estructura::INS_Change(int) {
 }
 
 void Estructura::INS_KeyPress(int) {
-  if (at(id::Entrarins).enabled()) enterins();
+  if (!at(id::Entrarins).enabled()) return;
+  enterins();
+  // The focus was here already; the next instruction takes this one's place all the same.
+  INS_GotFocus(0);
 }
 
 void Estructura::Entrarins_Click(int) {

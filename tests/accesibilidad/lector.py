@@ -31,10 +31,10 @@ except ImportError:
 LIMITE = 150  # segundos, del total
 ESPERA = 40  # segundos, de cada condición; con la máquina libre casi todas tardan milésimas
 # De las constantes de AT-SPI.
-ESTADOS = {"active": 1, "checked": 4, "enabled": 8, "expandable": 9, "focusable": 11, "focused": 12, "sensitive": 24, "showing": 25,
+ESTADOS = {"active": 1, "checked": 4, "enabled": 8, "expandable": 9, "expanded": 10, "focusable": 11, "focused": 12, "sensitive": 24, "showing": 25,
            "visible": 30, "read-only": 43}
 TECLA_POR_SIMBOLO = 3
-TABULADOR, ABAJO = 0xFF09, 0xFF54
+TABULADOR, ABAJO, ENTRAR = 0xFF09, 0xFF54, 0xFF0D
 
 # --- lo que tiene que haber ---
 
@@ -417,6 +417,9 @@ def los_nombres_siguen_al_dispositivo(sesion):
         pass
     for dispositivo in ("16C56", "16C55", "16C54", "12C509", "12C508"):
         sesion.teclea(ABAJO)
+        espera("la lista abierta", lambda: "expanded" in combo.estados)
+        sesion.teclea(ABAJO)
+        sesion.teclea(ENTRAR)
         espera(f"el {dispositivo}", lambda: combo.texto == dispositivo)
     pin = sesion.el(CASILLA, "Puerto B, bit 3")
     espera("el nombre del pin", lambda: pin.nombre == "GPIO, bit 3")

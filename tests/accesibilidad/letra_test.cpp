@@ -216,6 +216,10 @@ TEST_P(letra, the_window_opens_within_its_screen) {
   EXPECT_LE(window_->height(), screen.height());
 }
 
+TEST_P(letra, the_window_opens_at_its_top_left_corner) {
+  EXPECT_EQ(panel_->pos(), QPoint(0, 0));
+}
+
 TEST_P(letra, what_has_the_focus_is_in_sight) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   const QWidget* const first = QApplication::focusWidget();

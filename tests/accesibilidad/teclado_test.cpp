@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QListView>
 
 #include "tests/accesibilidad/abierta.h"
@@ -177,9 +179,23 @@ TEST_F(teclado, a_walk_through_the_listing_follows_in_the_program) {
   EXPECT_NE(std::find(rows.begin(), rows.end(), 0x21), rows.end());
 }
 
-TEST_F(teclado, the_arrow_keys_choose_the_device) {
-  at(id::PIC).setFocus(Qt::TabFocusReason);
-  key(Qt::Key_Down);
+// Another device forgets that documents are unsaved: an arrow key alone does not choose it.
+TEST_F(teclado, the_arrow_keys_open_the_list_of_devices_and_enter_chooses) {
+  auto& combo = at<QComboBox>(id::PIC);
+  for (const Qt::Key opens : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home,
+                              Qt::Key_End, Qt::Key_Space, Qt::Key_F4}) {
+    combo.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&combo, opens);
+    EXPECT_TRUE(combo.view()->isVisible()) << opens;
+    QTest::keyClick(combo.view(), Qt::Key_Escape);
+    EXPECT_EQ(record.look(id::PIC).text(), "16C57");
+  }
+  QTest::keyClick(&combo, Qt::Key_1);
+  EXPECT_EQ(record.look(id::PIC).text(), "16C57");
+  QTest::keyClick(&combo, Qt::Key_Down);
+  QTest::keyClick(combo.view(), Qt::Key_Down);
+  EXPECT_EQ(record.look(id::PIC).text(), "16C57");
+  QTest::keyClick(combo.view(), Qt::Key_Return);
   EXPECT_EQ(record.look(id::PIC).text(), "16C56");
   EXPECT_EQ(record.chip().devmodel.progmask, 1023);
 }

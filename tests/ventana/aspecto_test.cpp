@@ -203,6 +203,37 @@ TEST_F(aspecto, during_a_run_nothing_is_marked_and_afterwards_all_that_the_run_c
   EXPECT_NE(characters(id::ciclos), 0U);
 }
 
+TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_focus) {
+  for (const id which : {id::PIL, id::nombres, id::nomre, id::dirmd}) {
+    auto& list = at<vista_lista>(which);
+    const QRect row = list.visualRect(list.model()->index(1, 0));
+    const QImage plain = list.viewport()->grab(row).toImage();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row.center());
+    EXPECT_EQ(record.look(which).row(), 1);
+    EXPECT_NE(list.viewport()->grab(row).toImage(), plain);
+    at(id::eje1).setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(record.look(which).row(), 1);
+    EXPECT_EQ(list.viewport()->grab(row).toImage(), plain) << list.objectName().toStdString();
+  }
+}
+
+TEST_F(aspecto, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
+  auto& sleep = at<casilla>(id::estsleep);
+  const QImage shown = sleep.grab().toImage();
+  sleep.solo_muestra = false;
+  EXPECT_NE(sleep.grab().toImage(), shown);
+  EXPECT_FALSE(at<casilla>(id::VISMP).solo_muestra);
+}
+
+TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {
+  const QPalette palette = QApplication::palette("QMenu");
+  EXPECT_GE(contraste(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Window)),
+            contraste_minimo);
+  EXPECT_GE(
+      contraste(palette.color(QPalette::Disabled, QPalette::WindowText), palette.color(QPalette::Window)),
+      contraste_minimo);
+}
+
 // --- program ---
 
 TEST_F(aspecto, the_next_instruction_has_an_arrow_wherever_the_selection_is) {

@@ -1,4 +1,5 @@
-// The keyboard: function keys as clicks on their buttons, mnemonics, arrow keys and Enter in lists.
+// The keyboard: function keys as clicks on their buttons that leave the focus alone, mnemonics, arrow keys
+// and Enter in lists.
 #include "ui/qt/teclas.h"
 
 #include <functional>
@@ -7,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLineEdit>
 #include <QListView>
 #include <QTimer>
 
@@ -35,38 +37,44 @@ class teclado : public ventana_de_prueba {
   }
 };
 
-TEST_F(teclado, f7_and_f8_execute_one_instruction_and_move_the_focus) {
+TEST_F(teclado, f7_and_f8_execute_one_instruction_and_leave_the_focus) {
   for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8}) {
     fuente().setFocus();
     const auto before = record.chip().cycles;
     pulsa(key);
     EXPECT_GT(record.chip().cycles, before);
-    EXPECT_EQ(record.focused(), (focus_place{id::eje1, 0}));
-    EXPECT_EQ(QApplication::focusWidget(), &at(id::eje1));
+    EXPECT_EQ(record.focused(), (focus_place{id::source, 0}));
+    EXPECT_EQ(QApplication::focusWidget(), &fuente());
   }
 }
 
-// A click on a button takes the focus from the list of registers, which then leaves its line; so does the
-// key.
-TEST_F(teclado, a_function_key_takes_the_focus_as_a_click_does) {
-  anfitrion_callado other_host;
-  Estructura other(other_host);
-  other.Form_Load();
-  other.poke() = record.poke();
-  for (Estructura* one : {&record, &other}) one->click_row(id::RE, 0, 1);
+// Breakpoints can be set line after line.
+TEST_F(teclado, f9_leaves_the_program_list_to_the_arrow_keys) {
+  at(id::MP).setFocus(Qt::TabFocusReason);
+  tecla(Qt::Key_Home);
+  for (int line = 0; line < 3; ++line) {
+    pulsa(Qt::Key_F9);
+    tecla(Qt::Key_Down);
+  }
+  EXPECT_EQ(record.look(id::MP).row(), 3);
+  for (int line = 0; line < 3; ++line) EXPECT_EQ(record.chip().breakpts[line], 1) << line;
+}
+
+TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
+  record.click_row(id::RE, 0, 1);
   window.actualiza();
-  pulsa(Qt::Key_F8);
-  other.click(id::eje1);
-  EXPECT_EQ(record.focused(), other.focused());
-  EXPECT_EQ(record.look(id::dirdat).text(), other.look(id::dirdat).text());
-  EXPECT_EQ(record.look(id::dat).enabled(), other.look(id::dat).enabled());
-  EXPECT_EQ(record.look(id::RE).row(), other.look(id::RE).row());
+  at<QLineEdit>(id::dat).setText("5");
+  tecla(Qt::Key_F8);
+  EXPECT_EQ(record.focused(), (focus_place{id::dat, 0}));
+  tecla(Qt::Key_A);
+  tecla(Qt::Key_Return);
+  EXPECT_EQ(record.chip().cpu.w, 0x5A);
 }
 
 TEST_F(teclado, f5_runs_and_stops) {
   durante([this] {
     EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "&Parar");
-    EXPECT_EQ(record.focused(), (focus_place{id::ejecutar, 0}));
+    EXPECT_EQ(record.focused(), focus_place{});
     pulsa(Qt::Key_F5);
   });
   pulsa(Qt::Key_F5);
@@ -82,7 +90,6 @@ TEST_F(teclado, f7_and_f8_do_nothing_during_a_run) {
     pulsa(Qt::Key_F7);
     pulsa(Qt::Key_F8);
     EXPECT_EQ(record.chip().cycles, before);
-    EXPECT_EQ(record.focused(), (focus_place{id::ejecutar, 0}));
     pulsa(Qt::Key_F5);
   });
   pulsa(Qt::Key_F5);
@@ -113,7 +120,7 @@ TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
   window.actualiza();
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 1);
-  EXPECT_EQ(record.focused(), (focus_place{id::break_, 0}));
+  EXPECT_EQ(record.focused(), (focus_place{id::direc, 0}));
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 0);
 }

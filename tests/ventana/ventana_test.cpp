@@ -495,6 +495,45 @@ TEST_F(ventana_abierta, the_file_dialog_proposes_the_file_that_the_document_mean
       });
 }
 
+TEST_F(ventana_abierta, a_folder_typed_in_the_file_dialog_is_entered_and_its_name_taken_away) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir("Curso"));
+  with_box(
+      [&] { host.elige_fichero(false, "Todos (*.*)|*.*", "asm", folder.filePath("uno.asm").toStdString()); },
+      [&](QDialog& dialog) {
+        const auto& files = dynamic_cast<QFileDialog&>(dialog);
+        auto* const edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+        for (const QString& typed : {QString("Curso"), folder.path(), QString("Curso"), QString("..")}) {
+          const QString expected = QDir::cleanPath(files.directory().filePath(typed));
+          edit->setText(typed);
+          QTest::keyClick(edit, Qt::Key_Return);
+          EXPECT_TRUE(dialog.isVisible());
+          EXPECT_EQ(QDir::cleanPath(files.directory().path()), expected);
+          EXPECT_EQ(edit->text(), "");
+        }
+        dialog.reject();
+      });
+}
+
+TEST_F(ventana_abierta, only_the_left_button_chooses_a_line) {
+  for (const id which : {id::MP, id::MDP, id::PIL, id::nombres}) {
+    auto& list = at<QListView>(which);
+    const QModelIndexList chosen = list.selectionModel()->selectedIndexes();
+    const QModelIndex row = list.model()->index(which == id::MP ? 2040 : 1, 0);
+    const QPoint place = list.visualRect(row).center();
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+      QTest::mouseClick(list.viewport(), button, {}, place);
+      QTest::mouseDClick(list.viewport(), button, {}, place);
+      QTest::mouseRelease(list.viewport(), button, {}, place);
+      EXPECT_EQ(list.selectionModel()->selectedIndexes(), chosen) << list.objectName().toStdString();
+    }
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+    // The value goes to its box at once, and the line is left.
+    const int left_at = which == id::MDP ? -1 : row.row();
+    EXPECT_EQ(record.look(which).row(), left_at);
+  }
+}
+
 TEST(carpeta_ejemplos, is_found_beside_an_installed_program_and_above_a_built_one) {
   const QTemporaryDir place;
   ASSERT_TRUE(QDir(place.path()).mkpath("usr/share/estructura/ejemplos"));

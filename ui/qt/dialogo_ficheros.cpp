@@ -3,11 +3,15 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QFileSystemModel>
+#include <QHeaderView>
 #include <QIdentityProxyModel>
+#include <QLineEdit>
 #include <QListView>
 #include <QLocale>
 #include <QSplitter>
+#include <QTreeView>
 #include <QUrl>
 
 namespace estructura {
@@ -70,6 +74,22 @@ void dialogo_ficheros::da_sitio() {
   const int tall = 28 * fontMetrics().lineSpacing();
   resize(sizeHint().expandedTo({5 * wide, tall}));
   halves->setSizes({wide, width() - wide});
+  // In the detailed view names take what the other columns leave.
+  if (const auto* const details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    details->header()->setStretchLastSection(false);
+    details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+}
+
+void dialogo_ficheros::accept() {
+  // Qt would look for a folder's name with the extension behind it, and leave the name of one that it enters
+  // in the box, where the next Enter answers with it.
+  auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  const QFileInfo typed(directory(), name != nullptr ? name->text() : QString());
+  if (name == nullptr || name->text().isEmpty() || !typed.isDir()) return QFileDialog::accept();
+  setDirectory(typed.absoluteFilePath());
+  name->clear();
 }
 
 }  // namespace estructura

@@ -19,6 +19,9 @@ class dialogo_ficheros final : public QFileDialog {
  public:
   dialogo_ficheros(QWidget* parent, bool save);
 
+ protected:
+  void accept() override;
+
  private:
   void da_sitio();
 };

@@ -204,7 +204,10 @@ void editor_fuente::pinta_margen(const QRect& region) {
   for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
     const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
     if (place.top() > region.bottom()) break;
-    const QRect row(0, static_cast<int>(place.top()), margin_->width(), static_cast<int>(place.height()));
+    // The last line's place takes in the margin below the text.
+    const double below = line.next().isValid() ? 0 : document()->documentMargin();
+    const QRect row(0, static_cast<int>(place.top()), margin_->width(),
+                    static_cast<int>(place.height() - below));
     const QRect inside = row.adjusted(letter / 2, 0, -letter / 2, 0);
     const int number = line.blockNumber();
     const bool wrong = number + 1 == error_line_;

@@ -1,5 +1,7 @@
 #include "ui/qt/enlace.h"
 
+#include <type_traits>
+
 #include <QAction>
 
 #include "ui/qt/cuadro_texto.h"
@@ -20,6 +22,7 @@ class enlace_boton final : public enlace {
     QObject::connect(button_, &QAbstractButton::clicked, button_,
                      [this] { actua([this](Estructura& window) { window.click(which(), index()); }); });
     button_->setIcon(icono(record.which()));
+    if constexpr (std::is_same_v<Button, casilla>) button_->solo_muestra = record.which() == id::estsleep;
   }
   [[nodiscard]] QWidget* widget() const override { return button_; }
 

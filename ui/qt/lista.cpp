@@ -45,10 +45,15 @@ class delegado_lista final : public QStyledItemDelegate {
         tenues_(traits.tenues),
         margin_(traits.holgura * measures.letra / 2 + traits.canal * measures.letra),
         channel_(traits.canal > 0),
+        several_(traits.varias),
         letra_(measures.ancho(100) / 100.0),
         fila_(measures.fila) {}
 
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+  void paint(QPainter* painter, const QStyleOptionViewItem& given, const QModelIndex& index) const override {
+    QStyleOptionViewItem option = given;
+    // A line that was clicked stays chosen, and looked as if it waited for something. Only in the program
+    // list the selection is told of from elsewhere.
+    if (!several_ && !option.widget->hasFocus()) option.state &= ~QStyle::State_Selected;
     const QStyle& style = *option.widget->style();
     style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
     const bool selected = (option.state & QStyle::State_Selected) != 0;
@@ -144,6 +149,7 @@ class delegado_lista final : public QStyledItemDelegate {
   int tenues_;
   int margin_;
   bool channel_;  ///< before the lines there is room for marks
+  bool several_;
   double letra_;
   int fila_;
 };
@@ -297,10 +303,12 @@ void vista_lista::avisa() {
 }
 
 void vista_lista::mousePressEvent(QMouseEvent* event) {
+  // The other buttons would select without a click.
+  if (event->button() != Qt::LeftButton) return;
   const bool on_line = indexAt(event->position().toPoint()).isValid();
   QListView::mousePressEvent(event);
   // A click on a line that is selected already is a click all the same.
-  if (event->button() != Qt::LeftButton || !on_line) return;
+  if (!on_line) return;
   if (!traits_.varias) {
     cursor_ = actual();
     // With Ctrl held Qt takes the selection back from a line that is the only one, now or on release; here it
@@ -312,13 +320,14 @@ void vista_lista::mousePressEvent(QMouseEvent* event) {
 
 void vista_lista::mouseMoveEvent(QMouseEvent* event) {
   // Where one line at most is selected, its click may have moved the focus on: dragging selects nothing more.
-  if (!traits_.varias) return;
+  if (!traits_.varias || (event->buttons() & Qt::LeftButton) == 0) return;
   const std::vector<int> before = seleccionadas();
   QListView::mouseMoveEvent(event);
   if (seleccionadas() != before) avisa();
 }
 
 void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
   // A press on one of several selected lines might begin a drag for Qt: that it alone is chosen shows on
   // release.
   const std::vector<int> before = seleccionadas();

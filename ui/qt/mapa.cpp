@@ -68,6 +68,12 @@ void mapa_qt::paintEvent(QPaintEvent* event) {
   }
   painter.end();
   QFrame::paintEvent(event);
+  // On a dark panel the ground alone is not seen.
+  constexpr double seen = 3;
+  if (contraste(fondo_mapa(), palette().color(QPalette::Window)) >= seen) return;
+  QPainter edge(this);
+  edge.setPen(linea_fuerte(palette()));
+  edge.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void mapa_qt::pinta_palabras(QPainter& painter, const QRect& area) const {

@@ -75,7 +75,9 @@ void casilla::paintEvent(QPaintEvent*) {
   initStyleOption(&option);
   const QRect mark = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
   painter.save();
-  prepara_marca(painter, option);
+  QStyleOptionButton shown = option;
+  if (solo_muestra) shown.state &= ~QStyle::State_Enabled;
+  prepara_marca(painter, shown);
   painter.drawRect(borde(mark));
   if (isChecked()) {
     // A tick.
@@ -146,6 +148,20 @@ QSize pulsador::sizeHint() const {
 
 void combo_quieto::wheelEvent(QWheelEvent* event) {
   event->ignore();
+}
+
+void combo_quieto::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End: return showPopup();
+    default: break;
+  }
+  // Letters and digits would look for an entry.
+  if (event->text().isEmpty() || !event->text().front().isLetterOrNumber()) QComboBox::keyPressEvent(event);
 }
 
 // --- labels ---

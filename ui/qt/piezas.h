@@ -34,6 +34,9 @@ class boton_obediente : public Button {
 /// edge, and those that cannot be used like the others. What can be used is a sheet with a firm edge, what
 /// cannot has a dotted one.
 class casilla final : public boton_obediente<QCheckBox> {
+ public:
+  bool solo_muestra = false;  ///< a click leaves it as it is: its edge is dotted too
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 };
@@ -58,9 +61,11 @@ class pulsador final : public QPushButton {
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
-/// The wheel over the closed list would change the device of someone who only wants to scroll.
+/// The wheel or a key over the closed list would change the device, and forget what is unsaved, of someone
+/// who only wants to scroll or to go on: keys open the list.
 class combo_quieto final : public QComboBox {
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };
 

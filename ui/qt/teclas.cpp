@@ -1,6 +1,5 @@
 #include "ui/qt/teclas.h"
 
-#include <QAbstractButton>
 #include <QShortcut>
 
 #include "ui/qt/ventana.h"
@@ -29,9 +28,8 @@ void pon_teclas(ventana& window) {
   for (const tecla& one : teclas) {
     auto* const shortcut = new QShortcut(QKeySequence(one.key), &window);
     shortcut->setAutoRepeat(one.repeats);
-    QObject::connect(shortcut, &QShortcut::activated, &window, [&window, button = one.button] {
-      static_cast<QAbstractButton*>(window.widget_of(button))->click();
-    });
+    QObject::connect(shortcut, &QShortcut::activated, &window,
+                     [&window, button = one.button] { window.pulsa(button); });
   }
 }
 

@@ -118,9 +118,10 @@ void ventana::construye() {
   names_->enlaza();
 
   // The Tab key walks the controls in the order of their table, the boxes of a port from the left, where bit
-  // 7 stands. In lists of names and addresses there is nothing to do, and the values beside them tell both.
-  for (const id names : {id::nomre, id::nombres, id::dirmd})
-    for (int i = 0; i < declared(names).count; ++i) widget_of(names, i)->setFocusPolicy(Qt::ClickFocus);
+  // 7 stands.
+  for (const control& record : controls)
+    if (skipped_by_tab(record.which()))
+      widget_of(record.which(), record.index())->setFocusPolicy(Qt::ClickFocus);
   QWidget* before = nullptr;
   for (int i = 0; i < id_count; ++i) {
     const declaration& row = declared(static_cast<id>(i));
@@ -159,6 +160,10 @@ void ventana::actua(enlace& from, const std::function<void(Estructura&)>& action
   actualiza();
 }
 
+void ventana::pulsa(id which) {
+  actua(enlace_de(which, 0), [which](Estructura& window) { window.press(which); });
+}
+
 void ventana::actualiza() {
   window_.bring_up_to_date();
   const std::vector<control>& controls = window_.look_all();
@@ -195,8 +200,8 @@ void ventana::copia_foco() {
 
 void ventana::ensena(QWidget* focus) {
   // A button must not move from under the mouse that is about to click it.
-  if (focus == nullptr || QApplication::mouseButtons() != Qt::NoButton) return;
-  if (area_->widget()->isAncestorOf(focus)) area_->ensureWidgetVisible(focus);
+  if (focus == nullptr || focus == area_->widget() || QApplication::mouseButtons() != Qt::NoButton) return;
+  if (area_->isAncestorOf(focus)) area_->ensureWidgetVisible(focus);
 }
 
 void ventana::foco_movido(const QWidget* now) {
@@ -214,7 +219,10 @@ void ventana::toma_colores() {
   // Setting the palette comes back here.
   if (desktop_colours_ == QApplication::palette()) return;
   desktop_colours_ = QApplication::palette();
-  setPalette(paleta_legible(*desktop_colours_));
+  const QPalette legible = paleta_legible(*desktop_colours_);
+  setPalette(legible);
+  // Menus are windows of their own and would take the desktop's.
+  QApplication::setPalette(legible, "QMenu");
 }
 
 void ventana::changeEvent(QEvent* event) {

@@ -44,6 +44,9 @@ class ventana final : public QMainWindow, private puerta {
   /// Brings the record up to date and copies to the widgets what changed in it.
   void actualiza();
 
+  /// A button's function key.
+  void pulsa(id which);
+
   /// The widget of a control; the member `index` of a group.
   [[nodiscard]] QWidget* widget_of(id which, int index = 0) const;
   [[nodiscard]] Estructura& estructura() { return window_; }
