@@ -1,12 +1,15 @@
-; tabla.asm                                                         16C57
+; tabla.asm (16C57)
 ;
-; Pasa por PB las cifras del 0 al 9 en un visor de siete segmentos (PB0 es el
-; segmento a, PB6 el g). La tabla es un salto calculado: ADDWF sobre PCL salta
-; tantos RETLW más allá como diga W, y RETLW vuelve con el dato en W.
+; Pasa por PB las cifras del 0 al 9 en un visor de siete
+; segmentos (PB0 es el segmento a, PB6 el g). La tabla es un
+; salto calculado: ADDWF sobre PCL salta tantos RETLW más allá
+; como diga W, y RETLW vuelve con el dato en W.
 ;
-; Qué mirar: elija el 16C57, ensamble y ponga un breakpoint en 011, donde la
-; cifra ya está en PB. En cada parada el registro 08 tiene la cifra y BPB sus
-; segmentos:
+; Qué mirar: pulsa POR, elige el 16C57 y solo entonces carga
+; este fichero, ensambla (--->), pon un punto de parada en 011,
+; donde la cifra ya está en PB, y pulsa Ejecutar. En cada parada
+; el registro 08 tiene la cifra y la fila PB, a su lado en
+; binario, sus segmentos:
 ;
 ;     cifra   PB         Ciclos
 ;       0     00111111       14
@@ -19,17 +22,18 @@
 
 PCL     EQU     2
 STATUS  EQU     3
-Z       EQU     2               ; bit de STATUS: el resultado fue 0
+Z       EQU     2               ; en STATUS, el resultado fue 0
 PB      EQU     6
 CIFRA   EQU     8
 
         ORG     7FF
         GOTO    INICIO
 
-; Un salto calculado deja a 0 el bit 8 de la dirección, y CALL también: tabla y
-; subrutinas han de estar en las primeras 256 palabras de su página.
+; Un salto calculado deja a 0 el bit 8 de la dirección, y CALL
+; también: tabla y subrutinas han de estar en las primeras 256
+; palabras de su página.
         ORG     0
-TABLA:  ADDWF   PCL             ; PCL ya apunta a la palabra siguiente
+TABLA:  ADDWF   PCL             ; PCL ya apunta a la siguiente
         RETLW   3F              ; 0
         RETLW   06              ; 1
         RETLW   5B              ; 2

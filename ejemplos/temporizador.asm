@@ -1,11 +1,14 @@
-; temporizador.asm                                                  16C56
+; temporizador.asm (16C56)
 ;
-; Cuenta en PB tramos de 1005 ciclos con TMR0 y su divisor. OPTION pone TMR0 a
-; contar ciclos de instrucción (TOCS a 0) con el divisor para él (PSA a 0) a 8
-; (PS a 2): TMR0 avanza cada 8 ciclos y llega a 125 (7D) a los 1000.
+; Cuenta en PB tramos de 1005 ciclos con TMR0 y su divisor.
+; OPTION pone TMR0 a contar ciclos de instrucción (TOCS a 0) con
+; el divisor para él (PSA a 0) a 8 (PS a 2): TMR0 avanza cada 8
+; ciclos y llega a 125 (7D) a los 1000.
 ;
-; Qué mirar: elija el 16C56, ensamble y ponga un breakpoint en 00F. "Divisor"
-; muestra 8 y "Señal" F/4. En cada parada PB tiene uno más:
+; Qué mirar: pulsa POR, elige el 16C56 y solo entonces carga
+; este fichero, ensambla (--->), pon un punto de parada en 00F y
+; pulsa Ejecutar. "Divisor" muestra 8 y "Señal" F/4. En cada
+; parada PB tiene uno más:
 ;
 ;     PB   Ciclos
 ;      1    1.018
@@ -13,8 +16,9 @@
 ;      3    3.028
 ;     10   10.063
 ;
-; Los 5 ciclos de más son los que tarda el bucle en darse cuenta. Con un 4000
-; en la frecuencia, cada tramo es algo más de un milisegundo.
+; Los 5 ciclos de más son los que tarda el bucle en darse
+; cuenta. Con un 4000 en la frecuencia, cada tramo es algo más
+; de un milisegundo.
 
 TMR0    EQU     1
 STATUS  EQU     3
@@ -33,10 +37,12 @@ INICIO: MOVLW   2
         TRIS    PB
         CLRF    CUENTA
         CLRF    PB
-        CLRF    TMR0            ; escribir en TMR0 pone a 0 también el divisor
+        CLRF    TMR0            ; y a 0 la cuenta del divisor
+; El bucle dura 5 ciclos y cada valor de TMR0, 8: no se puede
+; pasar de largo.
 ESPERA: MOVLW   TRAMO
-        SUBWF   TMR0,W          ; el bucle dura 5 ciclos y cada valor de TMR0
-        BTFSS   STATUS,Z        ; 8: no se puede pasar de largo
+        SUBWF   TMR0,W
+        BTFSS   STATUS,Z
         GOTO    ESPERA
         CLRF    TMR0
         INCF    CUENTA
