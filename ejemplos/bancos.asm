@@ -12,11 +12,11 @@
 ;       2     50 a 5F
 ;       3     70 a 7F
 ;
-; Qué mirar: pulsa POR, elige el 16C57 y solo entonces carga
-; este fichero, ensambla (--->), pon un punto de parada en 00B y
-; pulsa Ejecutar. A los 642 ciclos se para con las cuatro
-; columnas de la memoria de datos llenas: 10 a 1F, 30 a 3F, 50 a
-; 5F y 70 a 7F, y FSR otra vez a 0.
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C57
+; y solo entonces carga este fichero, ensambla (--->), pon un
+; punto de parada en 00B y pulsa Ejecutar. A los 642 ciclos se
+; para con las cuatro columnas de la memoria de datos llenas: 10
+; a 1F, 30 a 3F, 50 a 5F y 70 a 7F, y FSR otra vez a 0.
 
 INDF    EQU     0
 STATUS  EQU     3

@@ -5,12 +5,13 @@
 ; GPWUF a 1. El registro 07 cuenta los despertares y GP2 muestra
 ; su bit 0.
 ;
-; Qué mirar: pulsa POR, elige el 12C508 y solo entonces carga
-; este fichero, ensambla (--->) y pulsa Ejecutar. Se marca SLEEP
-; a los 16 ciclos. Pulsa la casilla 0 de GPIO: el programa
-; despierta, el registro 07 pasa a 01, GP2 se enciende y vuelve
-; a dormir a los 18 ciclos del nuevo reset. Con GP1 y GP3 pasa
-; lo mismo; GP2, GP4 y GP5 son salidas y no se pueden pulsar.
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 12C508
+; y solo entonces carga este fichero, ensambla (--->) y pulsa
+; Ejecutar. Se marca SLEEP a los 16 ciclos. Pulsa la casilla 0
+; de GPIO: el programa despierta, el registro 07 pasa a 01, GP2
+; se enciende y vuelve a dormir a los 18 ciclos del nuevo reset.
+; Con GP1 y GP3 pasa lo mismo; GP2, GP4 y GP5 son salidas y no
+; se pueden pulsar.
 
 STATUS  EQU     3
 GPWUF   EQU     7               ; en STATUS, despertó un pin

@@ -11,10 +11,10 @@
 ; dentro de su página. La vuelta (RETLW) recuerda la dirección
 ; entera.
 ;
-; Qué mirar: pulsa POR, elige el 12C509 y solo entonces carga
-; este fichero, ensambla (--->), pon un punto de parada en 011 y
-; pulsa Ejecutar. A los 523 ciclos se para con los bancos
-; llenos:
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 12C509
+; y solo entonces carga este fichero, ensambla (--->), pon un
+; punto de parada en 011 y pulsa Ejecutar. A los 523 ciclos se
+; para con los bancos llenos:
 ;
 ;     banco 0   02 04 08 10 20 40 80 1D 3A 74 E8 CD 87 13 26 4C
 ;     banco 1   98 2D 5A B4 75 EA C9 8F 03 06 0C 18 30 60 C0 9D

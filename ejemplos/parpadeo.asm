@@ -5,10 +5,10 @@
 ; salida, una subrutina y dos bucles de DECFSZ, uno dentro del
 ; otro.
 ;
-; Qué mirar: pulsa POR, elige el 16C54 y solo entonces carga
-; este fichero, ensambla (--->) y pon un punto de parada en 005,
-; donde se llama a la espera. Cada vez que pulses Ejecutar, PB0
-; habrá cambiado:
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C54
+; y solo entonces carga este fichero, ensambla (--->) y pon un
+; punto de parada en 005, donde se llama a la espera. Cada vez
+; que pulses Ejecutar, PB0 habrá cambiado:
 ;
 ;     parada   PB0   Ciclos
 ;        1      1        8

@@ -4,12 +4,12 @@
 ; una vez cada pulsación hay que esperar a que se suelte: dos
 ; bucles, uno por nivel.
 ;
-; Qué mirar: pulsa POR, elige el 16C55 y solo entonces carga
-; este fichero, ensambla (--->) y pulsa Ejecutar. Cada vez que
-; marques la casilla 0 de PA, PC suma uno; al quitar la marca no
-; pasa nada. Si ya estaba marcada, PC empieza en 1: ningún reset
-; toca las casillas. PA y PB siguen siendo entradas, que es como
-; salen de un reset.
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C55
+; y solo entonces carga este fichero, ensambla (--->) y pulsa
+; Ejecutar. Cada vez que marques la casilla 0 de PA, PC suma
+; uno; al quitar la marca no pasa nada. Si ya estaba marcada, PC
+; empieza en 1: ningún reset toca las casillas. PA y PB siguen
+; siendo entradas, que es como salen de un reset.
 
 PA      EQU     5
 PC      EQU     7

@@ -5,11 +5,11 @@
 ; salto calculado: ADDWF sobre PCL salta tantos RETLW más allá
 ; como diga W, y RETLW vuelve con el dato en W.
 ;
-; Qué mirar: pulsa POR, elige el 16C57 y solo entonces carga
-; este fichero, ensambla (--->), pon un punto de parada en 011,
-; donde la cifra ya está en PB, y pulsa Ejecutar. En cada parada
-; el registro 08 tiene la cifra y la fila PB, a su lado en
-; binario, sus segmentos:
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C57
+; y solo entonces carga este fichero, ensambla (--->), pon un
+; punto de parada en 011, donde la cifra ya está en PB, y pulsa
+; Ejecutar. En cada parada el registro 08 tiene la cifra y la
+; fila PB, a su lado en binario, sus segmentos:
 ;
 ;     cifra   PB         Ciclos
 ;       0     00111111       14

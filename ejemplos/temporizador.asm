@@ -5,10 +5,10 @@
 ; el divisor para él (PSA a 0) a 8 (PS a 2): TMR0 avanza cada 8
 ; ciclos y llega a 125 (7D) a los 1000.
 ;
-; Qué mirar: pulsa POR, elige el 16C56 y solo entonces carga
-; este fichero, ensambla (--->), pon un punto de parada en 00F y
-; pulsa Ejecutar. "Divisor" muestra 8 y "Señal" F/4. En cada
-; parada PB tiene uno más:
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C56
+; y solo entonces carga este fichero, ensambla (--->), pon un
+; punto de parada en 00F y pulsa Ejecutar. "Divisor" muestra 8 y
+; "Señal" F/4. En cada parada PB tiene uno más:
 ;
 ;     PB   Ciclos
 ;      1    1.018

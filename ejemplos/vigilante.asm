@@ -6,10 +6,10 @@
 ; reset, /TO dice la causa (0: desbordó el watchdog). A la
 ; tercera vez el programa se rinde y duerme.
 ;
-; Qué mirar: pulsa POR, elige el 16C58 y solo entonces carga
-; este fichero y ensambla (--->). Deja marcada la casilla WDT
-; antes del primer paso, pon puntos de parada en 010 y 00D y
-; pulsa Ejecutar una y otra vez:
+; Qué mirar: con la ejecución parada, pulsa POR, elige el 16C58
+; y solo entonces carga este fichero y ensambla (--->). Deja
+; marcada la casilla WDT antes del primer paso, pon puntos de
+; parada en 010 y 00D y pulsa Ejecutar una y otra vez:
 ;
 ;     parada   PB   Ciclos
 ;     010       0       12   recién encendido: /TO a 1
