@@ -74,7 +74,7 @@ TEST(examples, are_files_as_the_system_writes_them) {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
       EXPECT_TRUE(line.ends_with('\r')) << name << ": " << line;
-      EXPECT_LE(char_count(line), 81U) << name << ": " << line;
+      EXPECT_LE(char_count(line), 65U) << name << ": " << line;
     }
   }
 }
