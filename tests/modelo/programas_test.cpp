@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "core/carrera.h"
 #include "tests/modelo/cuanto.h"
@@ -31,6 +32,8 @@ struct visitas {
   long by_cycles = 0;
   long by_pulses = 0;
   long by_hand = 0;
+  long devices = 0;    ///< chosen after a power-on
+  long watchdogs = 0;  ///< its box clicked
 };
 
 /// One program on one device, until its steps are spent, a fault ends it or the machines part.
@@ -41,7 +44,7 @@ class viaje {
   /// Empty, or the account of the difference.
   std::string travel(long steps) {
     begin();
-    left_ = steps;
+    given_ = left_ = steps;
     while (left_ > 0 && shown_.empty() && !two_.faulted()) {
       if (chance_.one_in(2))
         step_by_hand(1 + chance_.below(100));
@@ -71,7 +74,7 @@ class viaje {
       before_ = two_.slow;
       two_.act({accion::paso});
       look(1, accion::paso);
-      maybe_an_event();
+      maybe_some_events();
     }
   }
 
@@ -97,7 +100,7 @@ class viaje {
     const long done = owed_;
     catch_up();
     look(done, accion::carrera);
-    if (shown_.empty() && !two_.faulted()) maybe_an_event();
+    if (shown_.empty() && !two_.faulted()) maybe_some_events();
     asked_to_run_ -= done;
     if (asked_to_run_ <= 0 || !shown_.empty() || two_.faulted()) {
       two_.slow.running = 0;
@@ -126,8 +129,7 @@ class viaje {
   /// The single step that shows the difference, or what differs now when no step alone shows it.
   std::string account(accion how) {
     const std::string now = two_.differences();
-    caso one{two_.slow, {how}};
-    static_cast<estado&>(one.before) = before_;
+    caso one{as_it_was(before_, two_.slow), {how}};
     for (int i = 0; i < 32; ++i) {
       one.before.running = 0;
       if (differs(one)) return explain(reduce(one));
@@ -136,19 +138,37 @@ class viaje {
       if (!alone.same()) return explain(reduce({one.before, {accion::paso}}));
       one.before = alone.slow;
     }
-    return "\nno step alone shows it" + now;
+    return "\nno step alone shows it, up to step " + std::to_string(given_ - left_) + ", on " +
+           describe(as_it_was(before_, two_.slow)) + "\nafterwards" + now;
   }
 
-  void maybe_an_event() {
-    if (!chance_.one_in(two_.slow.sleeping != 0 ? 4 : 24)) return;
+  /// The state of an earlier moment, with the program as it is.
+  static maquina as_it_was(const estado& then, const maquina& now) {
+    maquina whole = now;
+    static_cast<estado&>(whole) = then;
+    return whole;
+  }
+
+  /// Some come together: what a power-on opens, such as the choice of a device, the next step closes again.
+  void maybe_some_events() {
+    bool another = chance_.one_in(two_.slow.sleeping != 0 ? 4 : 24);
+    for (; another && shown_.empty() && !two_.faulted(); another = chance_.one_in(2)) an_event();
+  }
+
+  void an_event() {
     const estado start = two_.slow;
     const long gpwuf = two_.slow.gpwuflatch;
-    random_event(chance_, two_, start.sleeping != 0 && chance_.one_in(2) ? suceso::pin : suceso::any);
+    const std::string_view event =
+        random_event(chance_, two_, start.sleeping != 0 && chance_.one_in(2) ? suceso::pin : suceso::any);
     if (start.sleeping != 0 && two_.slow.sleeping == 0 && gpwuf == 0 && two_.slow.gpwuflatch == 1)
       ++seen_.wake_ups;
     if (two_.slow.regs[1] == start.regs[1] + 1 && two_.slow.prescount == 0 && start.prescount != 0)
       ++seen_.by_hand;
-    if (!two_.same() && shown_.empty()) shown_ = "\nan event between two steps" + two_.differences();
+    if (two_.slow.device != start.device) ++seen_.devices;
+    if (two_.slow.watchdog != start.watchdog) ++seen_.watchdogs;
+    if (two_.same()) return;
+    shown_ = "\n" + std::string(event) + " after step " + std::to_string(given_ - left_) + ", on " +
+             describe(as_it_was(start, two_.slow)) + "\nafterwards" + two_.differences();
   }
 
   void count_visits() {
@@ -166,6 +186,7 @@ class viaje {
   visitas& seen_;
   pareja& two_;
   estado before_;
+  long given_ = 0;
   long left_ = 0;
   long owed_ = 0;
   long asked_to_run_ = 0;
@@ -185,7 +206,7 @@ TEST(modelo, random_programs) {
   std::cout << seen.time_outs << " time-outs, " << seen.faults << " faults, " << seen.stops
             << " breakpoints, " << seen.sleeps << " sleeps, " << seen.wake_ups << " wake-ups, TMR0 advanced "
             << seen.by_cycles << " times by cycles, " << seen.by_pulses << " by pulses, " << seen.by_hand
-            << " by hand\n";
+            << " by hand, " << seen.devices << " devices, " << seen.watchdogs << " watchdogs\n";
   EXPECT_GT(seen.time_outs, 0);
   EXPECT_GT(seen.faults, 0);
   EXPECT_GT(seen.stops, 0);
@@ -194,6 +215,8 @@ TEST(modelo, random_programs) {
   EXPECT_GT(seen.by_cycles, 0);
   EXPECT_GT(seen.by_pulses, 0);
   EXPECT_GT(seen.by_hand, 0);
+  EXPECT_GT(seen.devices, 0);
+  EXPECT_GT(seen.watchdogs, 0);
 }
 
 }  // namespace

@@ -95,25 +95,27 @@ caso reduce(caso one) {
   return one;
 }
 
-std::string explain(const caso& one) {
-  caso shown = one;
+std::string describe(const maquina& one) {
+  maquina shown = one;
   std::ostringstream out;
-  const int word = word_at_pc(shown.before);
-  out << "\n"
-      << name_of(one.action) << " on a " << dispositivos[static_cast<std::size_t>(one.before.device)].name;
+  const int word = word_at_pc(shown);
+  out << "a " << dispositivos[static_cast<std::size_t>(one.device)].name;
   out << ", at pc the word " << std::hex << word << std::dec << "  "
       << (word == sin_programar ? "unprogrammed" : deshex(word)) << "\nfrom";
   maquina plain = neutral();
   const std::vector<numero> usual = numbers_of(plain);
-  const std::vector<numero> found = numbers_of(shown.before);
+  const std::vector<numero> found = numbers_of(shown);
   for (std::size_t i = 0; i < found.size(); ++i)
     if (*found[i].value != *usual[i].value) out << "\n  " << found[i].name << " = " << *found[i].value;
-  if (one.before.frec != plain.frec) out << "\n  FREC = " << one.before.frec;
-  if (one.before.fr != plain.fr) out << "\n  FR = " << one.before.fr;
+  if (one.frec != plain.frec) out << "\n  FREC = " << one.frec;
+  if (one.fr != plain.fr) out << "\n  FR = " << one.fr;
+  return out.str();
+}
+
+std::string explain(const caso& one) {
   pareja two(one.before);
   two.act(one.action);
-  out << "\nafterwards" << two.differences();
-  return out.str();
+  return "\n" + name_of(one.action) + " on " + describe(one.before) + "\nafterwards" + two.differences();
 }
 
 }  // namespace estructura::modelo

@@ -20,7 +20,9 @@ struct caso {
 
 [[nodiscard]] bool differs(const caso& one);
 [[nodiscard]] caso reduce(caso one);
-/// Device, disassembled instruction, what is not neutral, and each differing field.
+/// Device, disassembled instruction at the program counter, and what is not neutral.
+[[nodiscard]] std::string describe(const maquina& one);
+/// The action, the state before it, and each differing field.
 [[nodiscard]] std::string explain(const caso& one);
 
 }  // namespace estructura::modelo

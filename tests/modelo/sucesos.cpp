@@ -141,36 +141,41 @@ void choose_device(azar& chance, pareja& two) {
 
 }  // namespace
 
-void random_event(azar& chance, pareja& two, suceso kind) {
-  using handler = void (*)(azar&, pareja&);
-  constexpr std::array<handler, 24> all = {
-      power_on,
-      mclr,
-      wdt,
-      wdt,
-      click_pin,
-      click_pin,
-      click_pin,
-      click_pin,
-      pulse,
-      pulse,
-      type_file_register,
-      type_file_register,
-      type_bank_register,
-      type_core_register,
-      type_core_register,
-      type_fr,
-      type_fr,
-      type_frec,
-      type_frec,
-      click_watchdog,
-      click_break,
-      type_instruction,
-      choose_device,
-      double_click_ciclos,
+std::string_view random_event(azar& chance, pareja& two, suceso kind) {
+  struct row {
+    std::string_view name;
+    void (*act)(azar&, pareja&);
   };
-  const handler chosen = kind == suceso::pin ? click_pin : chance.one_of(all);
-  chosen(chance, two);
+  static constexpr row pin = {"click_pin", click_pin};
+  static constexpr std::array<row, 24> all = {{
+      {"power_on", power_on},
+      {"mclr", mclr},
+      {"wdt", wdt},
+      {"wdt", wdt},
+      {"click_pin", click_pin},
+      {"click_pin", click_pin},
+      {"click_pin", click_pin},
+      {"click_pin", click_pin},
+      {"pulse", pulse},
+      {"pulse", pulse},
+      {"type_file_register", type_file_register},
+      {"type_file_register", type_file_register},
+      {"type_bank_register", type_bank_register},
+      {"type_core_register", type_core_register},
+      {"type_core_register", type_core_register},
+      {"type_fr", type_fr},
+      {"type_fr", type_fr},
+      {"type_frec", type_frec},
+      {"type_frec", type_frec},
+      {"click_watchdog", click_watchdog},
+      {"click_break", click_break},
+      {"type_instruction", type_instruction},
+      {"choose_device", choose_device},
+      {"double_click_ciclos", double_click_ciclos},
+  }};
+  const row chosen = kind == suceso::pin ? pin : chance.one_of(all);
+  chosen.act(chance, two);
+  return chosen.name;
 }
 
 }  // namespace estructura::modelo
