@@ -3,10 +3,13 @@
 //
 //   EXPECT_TRUE(as_ordinary_user([&] { return !guarda_fichero(read_only, "x"); }));
 //
-// The child reports by its exit status alone, so the function answers true or false and compares inside.
+// The child reports by its exit status alone, so the function answers true or false and compares inside. What
+// it throws ends the child, as false, with a line on the error output.
 #pragma once
 
 #include <csignal>
+#include <cstdio>
+#include <exception>
 #include <grp.h>
 #include <optional>
 #include <sched.h>
@@ -21,11 +24,25 @@ namespace estructura::apoyo {
 
 inline constexpr uid_t nobody = 65534;
 
-/// What a function answers in a child process; false as well when the child dies.
+/// For a child: what a function answers, and false when it throws. Out of here an exception would make the
+/// child a second process of tests.
+template <class Function>
+bool answer_of(Function& function) {
+  try {
+    return function();
+  } catch (const std::exception& thrown) {
+    std::fprintf(stderr, "in a child: %s\n", thrown.what());
+  } catch (...) {
+    std::fprintf(stderr, "in a child: an exception\n");
+  }
+  return false;
+}
+
+/// What a function answers in a child process; false as well when the child dies or throws.
 template <class Function>
 bool in_child(Function function) {
   const pid_t child = ::fork();
-  if (child == 0) ::_exit(function() ? 0 : 1);
+  if (child == 0) ::_exit(answer_of(function) ? 0 : 1);
   int status = 0;
   if (child < 0 || ::waitpid(child, &status, 0) != child) return false;
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
@@ -68,7 +85,7 @@ template <class Function>
 std::optional<bool> on_small_disk(const std::string& folder, int pages, int files, Function function) {
   constexpr int refused = 2;
   const pid_t child = ::fork();
-  if (child == 0) ::_exit(!mount_small_disk(folder, pages, files) ? refused : (function() ? 0 : 1));
+  if (child == 0) ::_exit(!mount_small_disk(folder, pages, files) ? refused : (answer_of(function) ? 0 : 1));
   int status = 0;
   if (child < 0 || ::waitpid(child, &status, 0) != child || !WIFEXITED(status)) return false;
   if (WEXITSTATUS(status) == refused) return std::nullopt;

@@ -5,11 +5,14 @@
 //   EXPECT_EQ(told.text, "Error en escritura");
 //   EXPECT_LT(told.cpu_s, 1.0);
 //
-// What the function returns comes back as `text`. A child that is still busy after twenty seconds, or dies,
-// says so instead. The memory is the most that the child has held at once, with what it has from its parent.
+// What the function returns comes back as `text`. A child that is still busy after twenty seconds, dies or
+// throws says so instead. The memory is the most that the child has held at once, with what it has from its
+// parent.
 #pragma once
 
+#include <chrono>
 #include <csignal>
+#include <exception>
 #include <fcntl.h>
 #include <memory>
 #include <string>
@@ -25,18 +28,33 @@ namespace estructura::apoyo {
 struct relato {
   std::string text;
   double cpu_s = 0;
+  double wall_s = 0;
   long memory_kb = 0;
 };
+
+/// What a function returns as a text, or what it throws: out of here an exception would make the child a
+/// second process of tests.
+template <class Function>
+std::string texto_de_hijo(Function& function) {
+  try {
+    return std::string(function());
+  } catch (const std::exception& thrown) {
+    return std::string("<exception: ") + thrown.what() + ">";
+  } catch (...) {
+    return "<exception>";
+  }
+}
 
 template <class Function>
 relato en_hijo(Function function) {
   constexpr unsigned patience_s = 20;
   int ends[2] = {-1, -1};
   if (::pipe(ends) != 0) return {.text = "<no pipe>"};
+  const auto start = std::chrono::steady_clock::now();
   const pid_t child = ::fork();
   if (child == 0) {
     ::alarm(patience_s);
-    const std::string text(function());
+    const std::string text = texto_de_hijo(function);
     for (std::string_view rest = text; !rest.empty();) {
       const ssize_t sent = ::write(ends[1], rest.data(), rest.size());
       if (sent <= 0) break;
@@ -59,6 +77,7 @@ relato en_hijo(Function function) {
     else if (WEXITSTATUS(status) != 0)
       told.text += "<ended with " + std::to_string(WEXITSTATUS(status)) + ">";
   }
+  told.wall_s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   const auto seconds = [](const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
   };
@@ -73,7 +92,11 @@ class otro_proceso {
   template <class Function>
   explicit otro_proceso(Function function) : child_(::fork()) {
     if (child_ == 0) {
-      function();
+      try {
+        function();
+      } catch (...) {
+        ::_exit(1);
+      }
       ::_exit(0);
     }
   }
