@@ -65,14 +65,14 @@ dialogo_ficheros::dialogo_ficheros(QWidget* parent, bool save) : QFileDialog(par
   da_sitio();
 }
 
-/// Room for the names of the places at the left, and three times as much for the files.
+/// Room for the names of the places at the left, and for the four columns of the files at the right.
 void dialogo_ficheros::da_sitio() {
   const auto* const places = findChild<QListView*>(QStringLiteral("sidebar"));
   auto* const halves = findChild<QSplitter*>(QStringLiteral("splitter"));
   if (places == nullptr || halves == nullptr) return;
   const int wide = places->sizeHintForColumn(0) + 4 * fontMetrics().averageCharWidth();
   const int tall = 28 * fontMetrics().lineSpacing();
-  resize(sizeHint().expandedTo({5 * wide, tall}));
+  resize(sizeHint().expandedTo({6 * wide + wide / 2, tall}));
   halves->setSizes({wide, width() - wide});
   // In the detailed view names take what the other columns leave.
   if (const auto* const details = findChild<QTreeView*>(QStringLiteral("treeView"))) {

@@ -20,9 +20,11 @@ void say_no_display(QtMsgType type, const QMessageLogContext&, const QString&) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int, char** argv) {
   qInstallMessageHandler(say_no_display);
-  QApplication app(argc, argv);
+  // The program takes no arguments; Qt would take some of its own.
+  int only_its_name = 1;
+  QApplication app(only_its_name, argv);
   qInstallMessageHandler(nullptr);
   estructura::prepara_aplicacion(app);
   estructura::anfitrion_qt host;
