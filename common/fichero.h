@@ -7,7 +7,8 @@
 //   if (!guarda_fichero(path, bytes)) ...                   // the old file is still whole
 //
 // Paths are UTF-8. Nothing here throws for what the disk may do: a failure is the value returned. Nothing
-// here waits for another process either: what is no regular file (a FIFO, a device, a socket) is refused.
+// here waits for another process either, but half a second at the most for one that holds a lease on the
+// file: what is no regular file (a FIFO, a device, a socket) is refused.
 #pragma once
 
 #include <cstddef>
