@@ -129,12 +129,18 @@ void click_latency(benchmark::State& state, const bench_program& program) {
   state.counters["max_ms"] = waits_ms.back();
 }
 
+// Every widget, also those that hide what is behind them and that a repaint of the window passes over.
+void repaint_everything(ventana& shown) {
+  for (QWidget* const widget : shown.findChildren<QWidget*>()) widget->update();
+  shown.repaint();
+}
+
 void step_click(benchmark::State& state, const bench_program& program) {
   open_window open(program);
   auto* button = open.shown->findChild<QAbstractButton*>("eje1");
   for (auto _ : state) {
     button->click();
-    open.shown->repaint();
+    repaint_everything(*open.shown);
     QApplication::processEvents();
   }
 }
@@ -148,7 +154,7 @@ void click_ensamblar(benchmark::State& state) {
   auto* button = open.shown->findChild<QAbstractButton*>("Ensamblar");
   for (auto _ : state) {
     button->click();
-    open.shown->repaint();
+    repaint_everything(*open.shown);
     QApplication::processEvents();
   }
   const control& list = open.window.look(id::MP);
