@@ -176,15 +176,8 @@ bool Estructura::usable(id which, int index) const {
 
 // During a run the views are worked out for a look now and then. Where the focus is must not depend on that.
 void Estructura::guard_focus() {
-  bool open = true;
-  switch (focus_.which) {
-    case id::FR: open = timer_counts_pulses(); break;
-    case id::TOCKI: open = timer_counts_pulses() && !env.fr_set; break;
-    default: open = pin_is_input(focus_.which, focus_.index); break;
-  }
-  // On the 12C50x the pin of GP2 is then the T0CKI input.
-  if (focus_ == focus_place{id::PB, 2} && !chip_.devmodel.is16c5x && timer_counts_pulses()) open = false;
-  if (!open) settle();
+  const bool hidden = focus_ == focus_place{id::PB, 2} && gp2_is_t0cki();
+  if (hidden || !opened_by_refresh(focus_.which, focus_.index)) settle();
 }
 
 // --- The door ---

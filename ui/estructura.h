@@ -161,8 +161,9 @@ class Estructura final : public pantalla, private event_sink {
   void show_counters();
   void show_timer();
   void show_pins();
-  [[nodiscard]] bool pin_is_input(id port, int bit) const;
+  [[nodiscard]] bool opened_by_refresh(id which, int index = 0) const;
   [[nodiscard]] bool timer_counts_pulses() const;
+  [[nodiscard]] bool gp2_is_t0cki() const;
   void edit_register(int code, const std::string& caption, const std::string& value);
   void MDP_Click(int);
   void MD_Click(int bank);

@@ -106,9 +106,21 @@ bool Estructura::timer_counts_pulses() const {
   return getbit(chip_.cpu.option, option_t0cs) != 0;
 }
 
-bool Estructura::pin_is_input(id port, int bit) const {
+// On the 12C50x the pin of GP2 is the T0CKI input while the timer counts edges.
+bool Estructura::gp2_is_t0cki() const {
+  return timer_counts_pulses() && !chip_.devmodel.is16c5x;
+}
+
+// Whether a refresh enables the control: a pin box, `FR` or `TOCKI`.
+bool Estructura::opened_by_refresh(id which, int index) const {
   const core_registers& cpu = chip_.cpu;
-  return getbit(port == id::PA ? cpu.trisa : port == id::PB ? cpu.trisb : cpu.trisc, bit) == 1;
+  switch (which) {
+    case id::FR: return timer_counts_pulses();
+    case id::TOCKI: return timer_counts_pulses() && !env.fr_set;
+    case id::PA: return getbit(cpu.trisa, index) == 1;
+    case id::PB: return getbit(cpu.trisb, index) == 1;
+    default: return getbit(cpu.trisc, index) == 1;
+  }
 }
 
 void Estructura::show_timer() {
@@ -116,19 +128,17 @@ void Estructura::show_timer() {
   const bool external = timer_counts_pulses();
   const bool falling = getbit(option, option_t0se) != 0;
   at(id::SENTIM).set_text(!external ? "F/4" : falling ? "Ext. Des." : "Ext. Asc.");
-  at(id::FR).set_enabled(external);
-  at(id::TOCKI).set_enabled(external && !env.fr_set);
-  // On the 12C50x the pin of GP2 is the T0CKI input while the timer counts edges.
+  for (const id which : {id::FR, id::TOCKI}) at(which).set_enabled(opened_by_refresh(which));
   if (!external)
     at(id::PB, 2).set_visible(true);
-  else if (!chip_.devmodel.is16c5x)
+  else if (gp2_is_t0cki())
     at(id::PB, 2).set_visible(false);
 }
 
 void Estructura::show_pins() {
   const auto show = [this](id port, int boxes, int pins) {
     for (int i = 0; i < boxes; ++i) {
-      at(port, i).set_enabled(pin_is_input(port, i));
+      at(port, i).set_enabled(opened_by_refresh(port, i));
       at(port, i).show_value(getbit(pins, i) == 1);
     }
   };
