@@ -7,15 +7,19 @@
 // it throws ends the child, as false, with a line on the error output.
 #pragma once
 
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <fstream>
 #include <grp.h>
+#include <linux/capability.h>
 #include <optional>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,9 +52,14 @@ bool in_child(Function function) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-/// For a child: gives up the administrator's rights, which no permission stops. Who has none keeps his own.
+/// For a child: gives up the administrator's rights, which no permission stops. Who has none keeps his own,
+/// but for what `may_mount` gave him.
 inline bool become_ordinary_user() {
-  if (::geteuid() != 0) return true;
+  if (::geteuid() != 0) {
+    __user_cap_header_struct self{_LINUX_CAPABILITY_VERSION_3, 0};
+    const std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> none{};
+    return ::syscall(SYS_capset, &self, none.data()) == 0;
+  }
   return ::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0 && ::geteuid() != 0;
 }
 
@@ -70,12 +79,25 @@ bool with_file_limit(rlim_t bytes, Function function) {
   });
 }
 
+/// For a child: the right to mount, seen by nobody else. An ordinary user has it in a namespace of his own,
+/// where he is who he was. False where the system grants none.
+inline bool may_mount() {
+  if (::geteuid() == 0) return ::unshare(CLONE_NEWNS) == 0;
+  const auto himself = [](unsigned who) { return std::to_string(who) + ' ' + std::to_string(who) + " 1"; };
+  const std::string user = himself(::geteuid());
+  const std::string group = himself(::getegid());
+  if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+  std::ofstream("/proc/self/setgroups") << "deny";
+  return static_cast<bool>(std::ofstream("/proc/self/uid_map") << user << std::flush) &&
+         static_cast<bool>(std::ofstream("/proc/self/gid_map") << group << std::flush);
+}
+
 /// For a child: a folder becomes a disk of its own, of so many pages of 4096 bytes and so many files. False
 /// where the system lets nobody mount one, as in some containers.
 inline bool mount_small_disk(const std::string& folder, int pages, int files) {
   // The folder itself counts as a file of the disk.
   const std::string size = "size=" + std::to_string(pages * 4096) + ",nr_inodes=" + std::to_string(files + 1);
-  return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+  return may_mount() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
          ::mount("disk", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
 }
 

@@ -225,7 +225,7 @@ TEST_P(guardar, keeps_the_old_file_on_a_full_disk_in_a_closed_folder) {
     if (!apoyo::mount_small_disk(folder.path(), 5, 10)) return no_disk;
     put_old(path);
     escribe(folder / "relleno", std::string(std::size_t{3} * 4096, 'r'));
-    if (::chmod(folder.path().c_str(), 0755) != 0) return "<chmod>";
+    if (::chmod(folder.path().c_str(), 0555) != 0) return "<chmod>";
     const auto as_user = [&] { return become_ordinary_user() ? save(path) : "<administrator>"; };
     const std::string before = retrato(folder.path());
     std::string story = en_hijo(as_user).text;
