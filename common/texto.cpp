@@ -67,12 +67,6 @@ void append_utf8(std::string& out, char32_t point) {
   }
 }
 
-char32_t upper_point(char32_t c) {
-  if (c >= U'a' && c <= U'z') return c - 32;
-  if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return c - 32;
-  return c == 0xFF ? char32_t{0x178} : c;
-}
-
 // The C library's table of all scripts, whatever the desktop's language; where a system lacks it, ASCII's.
 const std::ctype<wchar_t>& letters() {
   static const std::locale locale = [] {
@@ -83,6 +77,11 @@ const std::ctype<wchar_t>& letters() {
     }
   }();
   return std::use_facet<std::ctype<wchar_t>>(locale);
+}
+
+char32_t upper_point(char32_t c) {
+  if (c >= U'a' && c <= U'z') return c - 32;
+  return c < 0x80 ? c : static_cast<char32_t>(letters().toupper(static_cast<wchar_t>(c)));
 }
 
 char32_t lower_point(char32_t c) {

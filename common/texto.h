@@ -5,8 +5,7 @@
 //   ishex("1fW", "W")            -> true
 //   to_lower("ÑANDÚ")            -> "ñandú"
 //
-// Case mapping covers ASCII and the Latin-1 letters (á é í ó ú ü ñ among them); other scripts stay as they
-// are.
+// Case mapping covers the letters of all scripts, each by itself: one character becomes one character.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +24,9 @@ std::string nomfic(std::string_view path);
 /// Whether every character, upper-cased, is a hexadecimal digit or one of `extra`. True for an empty text.
 bool ishex(std::string_view text, std::string_view extra = {});
 
-/// Upper case of ASCII and Latin-1 letters, which source text may hold; lower case of all letters, for names
-/// of files. Bytes that are no UTF-8 stay.
+/// Upper and lower case of every letter that has one of a single character: "ÿ" gives "Ÿ", while "ß" stays,
+/// whose upper case is two letters. Letters may meet: both forms of the small sigma give "Σ", "ı" gives "I",
+/// "ſ" gives "S", and the micro sign the Greek capital "Μ". Bytes that are no UTF-8 stay.
 std::string to_upper(std::string_view text);
 std::string to_lower(std::string_view text);
 

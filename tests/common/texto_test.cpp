@@ -86,13 +86,42 @@ TEST(letter_case, covers_the_spanish_letters_and_leaves_the_rest) {
     EXPECT_EQ(to_upper(r.upper), r.upper);
     EXPECT_EQ(to_lower(r.lower), r.lower);
   }
-  EXPECT_EQ(to_upper("ß"), "ß");
   EXPECT_EQ(to_lower("ŠŽŒĄ ΔΣ ЖЯ Ÿ"), "šžœą δσ жя ÿ");
   EXPECT_EQ(to_upper("\xFF"
                      "a\xC3"),
             "\xFF"
             "A\xC3")
       << "bytes that are no UTF-8 stay";
+}
+
+TEST(letter_case, upper_case_covers_all_scripts_a_character_for_a_character) {
+  struct row {
+    const char* text;
+    const char* upper;
+  };
+  const std::vector<row> rows = {
+      {"š ž œ ą ő", "Š Ž Œ Ą Ő"},
+      {"α ω ά", "Α Ω Ά"},
+      {"ж я ё", "Ж Я Ё"},
+      {"ÿ", "Ÿ"},
+      {"ა", "Ა"},
+      // Outside the first 65536.
+      {"𐐨", "𐐀"},
+      // Two letters of the alphabet in one character.
+      {"ǆ ǅ", "Ǆ Ǆ"},
+      // Different letters with one upper case.
+      {"σ ς", "Σ Σ"},
+      {"ı i", "I I"},
+      {"ſ s", "S S"},
+      {"µ μ", "Μ Μ"},
+      // The upper case of these is longer than one character.
+      {"ß ŉ ΐ ﬁ", "ß ŉ ΐ ﬁ"},
+      {"日本 ª º ¿ × ÷ €", "日本 ª º ¿ × ÷ €"},
+  };
+  for (const row& r : rows) {
+    EXPECT_EQ(to_upper(r.text), r.upper);
+    EXPECT_EQ(to_upper(r.upper), r.upper);
+  }
 }
 
 TEST(letter_case, maps_every_ascii_byte_as_the_alphabet_says) {
