@@ -207,6 +207,32 @@ fs::path link_target(fs::path path) {
   return path;
 }
 
+std::string decode(std::string_view bytes, codificacion& encoding) {
+  if (bytes.starts_with(bom) && is_valid_utf8(bytes)) {
+    encoding = codificacion::utf8_con_bom;
+    return std::string(bytes.substr(bom.size()));
+  }
+  if (is_valid_utf8(bytes)) {
+    encoding = codificacion::utf8;
+    return std::string(bytes);
+  }
+  encoding = codificacion::windows1252;
+  return from_windows1252(bytes);
+}
+
+// CR CR LF becomes CR LF, in place: the text may be as long as memory allows.
+void merge_doubled_returns(std::string& text) {
+  constexpr std::string_view doubled = "\r\r\n";
+  std::size_t at = text.find(doubled);
+  if (at == std::string::npos) return;
+  std::size_t kept = at;
+  while (at < text.size()) {
+    if (std::string_view(text).substr(at).starts_with(doubled)) ++at;
+    text[kept++] = text[at++];
+  }
+  text.resize(kept);
+}
+
 }  // namespace
 
 std::string localiza(std::string_view path) {
@@ -236,6 +262,11 @@ bool existe(const std::string& path) {
   std::error_code error;
   const fs::file_status found = fs::status(fs::path(path), error);
   return fs::exists(found) && !fs::is_directory(found);
+}
+
+bool same_file(const std::string& one, const std::string& other) {
+  std::error_code error;
+  return fs::equivalent(fs::path(one), fs::path(other), error) && !error;
 }
 
 bool lee_principio(const std::string& path, std::string& bytes, std::size_t most, bool& whole) {
@@ -318,17 +349,14 @@ bool guarda_fichero(const std::string& path, std::string_view bytes) {
   return true;
 }
 
+std::size_t text_length(std::string_view bytes) {
+  return std::min(bytes.find('\x1A'), bytes.size());
+}
+
 std::string decodifica(std::string_view bytes, codificacion& encoding) {
-  if (bytes.starts_with(bom) && is_valid_utf8(bytes)) {
-    encoding = codificacion::utf8_con_bom;
-    return std::string(bytes.substr(bom.size()));
-  }
-  if (is_valid_utf8(bytes)) {
-    encoding = codificacion::utf8;
-    return std::string(bytes);
-  }
-  encoding = codificacion::windows1252;
-  return from_windows1252(bytes);
+  std::string text = decode(bytes.substr(0, text_length(bytes)), encoding);
+  merge_doubled_returns(text);
+  return text;
 }
 
 }  // namespace estructura

@@ -24,6 +24,9 @@ std::string localiza(std::string_view path);
 /// Whether the path names something on disk that is no folder.
 bool existe(const std::string& path);
 
+/// Whether both paths lead to one and the same file on disk, whatever they look like.
+bool same_file(const std::string& one, const std::string& other);
+
 /// The whole content, as it stood at one moment. False, with `bytes` empty, when the file is missing, is no
 /// regular file, cannot be read, holds more than `most` bytes, or was changed by somebody while it was read.
 [[nodiscard]] bool lee_fichero(const std::string& path, std::string& bytes, std::size_t most);
@@ -41,7 +44,12 @@ bool existe(const std::string& path);
 
 enum class codificacion { utf8, utf8_con_bom, windows1252 };
 
-/// File bytes as UTF-8 text, and the encoding they were in: UTF-8 when valid, Windows-1252 otherwise.
+/// How many bytes of a text file are its text: all, or those before the character 1A, with which some
+/// programs end one. What stands behind it is left over from longer files.
+[[nodiscard]] std::size_t text_length(std::string_view bytes);
+
+/// The text of a file's bytes as UTF-8, and the encoding they were in: UTF-8 when valid, Windows-1252
+/// otherwise. CR CR LF, which a file has that was translated twice, is one line end and comes out as CR LF.
 std::string decodifica(std::string_view bytes, codificacion& encoding);
 
 }  // namespace estructura

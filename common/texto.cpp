@@ -141,10 +141,10 @@ std::string to_lower(std::string_view text) {
   return map_points(text, lower_point);
 }
 
-std::string_view trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
+std::string_view trim(std::string_view text, std::string_view blanks) {
+  const std::size_t first = text.find_first_not_of(blanks);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 std::size_t char_count(std::string_view utf8) {

@@ -30,8 +30,9 @@ bool ishex(std::string_view text, std::string_view extra = {});
 std::string to_upper(std::string_view text);
 std::string to_lower(std::string_view text);
 
-/// Without blanks at either end. Only the blank character counts, neither tabs nor line ends.
-std::string_view trim(std::string_view text);
+/// Without blanks at either end. Only the blank character counts, neither tabs nor line ends, unless they are
+/// given.
+std::string_view trim(std::string_view text, std::string_view blanks = " ");
 
 /// Number of characters (code points). Each byte of an invalid sequence counts one.
 std::size_t char_count(std::string_view utf8);

@@ -27,7 +27,8 @@ std::string with_crlf(std::string_view text) {
 
 bool cargaasm(const std::string& path, std::string& text, codificacion& encoding) {
   std::string bytes;
-  if (!lee_fichero(localiza(path), bytes, longest_source_file) || bytes.empty()) return false;
+  if (!lee_fichero(localiza(path), bytes, longest_source_file)) return false;
+  if (text_length(bytes) == 0) return false;
   text = with_crlf(decodifica(bytes, encoding));
   // The end of the last line starts no further one.
   if (text.ends_with(line_end)) text.resize(text.size() - line_end.size());

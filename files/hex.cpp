@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view end_record = ":00000001FF";
 constexpr std::string_view line_end = "\r\n";
+constexpr std::string_view blanks = " \t";
 constexpr int highest_high_byte = 15;  // words have 12 bits
 
 // One byte per character, whatever the text holds: fields are counted in characters, and those beyond ASCII
@@ -57,8 +58,8 @@ word_bytes bytes_of_word(std::string_view data, int i) {
   return {valhex(cut(data, at, 2)), valhex(cut(data, at + 2, 2))};
 }
 
-// Walks the items of a file's text. An item ends at a line end or a comma, and blanks around it are dropped;
-// one that begins with a double quote runs to the next quote, whatever stands between.
+// Walks the items of a file's text. An item ends at a line end or a comma, and blanks and tabs around it are
+// dropped; one that begins with a double quote runs to the next quote, whatever stands between.
 class item_reader {
  public:
   explicit item_reader(std::string_view text) : rest_(text) {}
@@ -68,7 +69,7 @@ class item_reader {
   std::string_view next() {
     skip_blanks();
     if (rest_.starts_with('"')) return quoted();
-    const std::string_view item = trim(rest_.substr(0, rest_.find_first_of(",\r\n")));
+    const std::string_view item = trim(rest_.substr(0, rest_.find_first_of(",\r\n")), blanks);
     rest_.remove_prefix(std::min(rest_.size(), rest_.find_first_of(",\r\n")));
     skip_separator();
     return item;
@@ -83,7 +84,7 @@ class item_reader {
     skip_separator();
     return item;
   }
-  void skip_blanks() { rest_.remove_prefix(std::min(rest_.size(), rest_.find_first_not_of(' '))); }
+  void skip_blanks() { rest_.remove_prefix(std::min(rest_.size(), rest_.find_first_not_of(blanks))); }
   // The line end at the end of the file starts no item, so what ends an item goes with it.
   void skip_separator() {
     if (rest_.starts_with(line_end))
@@ -105,8 +106,8 @@ const char* message_of(int code) {
 }
 
 /// Takes item after item until a code ends the reading, with its message if it has one, or the text does.
-/// `whole`: the text is all of the file; the end of a part of it is not to be spoken of. Whether a code ended
-/// the reading.
+/// `whole`: the text is all of the file; the end of a part of it is not to be spoken of. Whether the reading
+/// came to an end: at a code, or at that of the file.
 bool take_items(chipstate& chip, std::string_view text, bool whole, std::vector<std::string>& messages) {
   bool checksum_error = false;
   for (item_reader items(text); !items.at_end();) {
@@ -122,7 +123,7 @@ bool take_items(chipstate& chip, std::string_view text, bool whole, std::vector<
   if (!whole) return false;
   messages.emplace_back("No hay código de fin.");
   if (checksum_error) messages.emplace_back("Error de checksum.");
-  return false;
+  return true;
 }
 
 }  // namespace
@@ -185,6 +186,10 @@ hex_reading carga(chipstate& chip, const std::string& path) {
     met.failed = true;
     return met;
   }
+  if (const std::size_t length = text_length(bytes); length < bytes.size()) {
+    bytes.resize(length);
+    whole = true;
+  }
   // The last line of a part may be half a line.
   if (!whole) bytes.resize(bytes.find_last_of("\r\n") + 1);
   codificacion encoding{};
@@ -195,8 +200,7 @@ hex_reading carga(chipstate& chip, const std::string& path) {
     return met;
   }
   try {
-    const bool ended = take_items(chip, text, whole, met.messages);
-    met.failed = !whole && !ended;
+    met.failed = !take_items(chip, text, whole, met.messages);
   } catch (const fallo&) {
     met.failed = true;
   }

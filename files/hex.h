@@ -57,9 +57,10 @@ void crealin(int address, const std::array<std::uint16_t, 8>& words, std::string
 /// those of the biggest chips, whose reader shall be told that they are meant for another.
 inline constexpr std::size_t longest_hex_file = std::size_t{16} << 20U;
 
-/// Reads a file into program memory, in the encodings and line ends that `common/fichero.h` knows. The name
-/// may differ from the file's in case. Of one longer
-/// than `longest_hex_file` only the beginning is; where no record in it ends the reading, the reading fails.
+/// Reads a file into program memory, in the encodings that `common/fichero.h` knows and with line ends CR LF,
+/// CR CR LF, LF or CR, up to the character 1A if it has one. The name may differ from the file's in case. Of
+/// a file longer than `longest_hex_file` only the beginning is read; where neither a record nor a 1A in it
+/// ends the reading, the reading fails.
 [[nodiscard]] hex_reading carga(chipstate& chip, const std::string& path);
 
 /// What turns the words of one record into its line; `crealin` or a relative of it.

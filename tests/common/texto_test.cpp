@@ -140,6 +140,8 @@ TEST(trim, drops_blanks_and_nothing_else) {
   EXPECT_EQ(trim(""), "");
   EXPECT_EQ(trim("   "), "");
   EXPECT_EQ(trim(" \ta\r\n "), "\ta\r\n");
+  EXPECT_EQ(trim(" \t a \tb\t ", " \t"), "a \tb");
+  EXPECT_EQ(trim(" \t", " \t"), "");
 }
 
 TEST(characters, are_code_points_and_single_bytes_of_what_is_no_utf8) {
@@ -274,6 +276,22 @@ TEST(decodifica, takes_utf8_where_it_is_valid_and_windows1252_otherwise) {
       {"\xEF\xBB\xBF:00", ":00", codificacion::utf8_con_bom},
       {"\xEF\xBB\xBF", "", codificacion::utf8_con_bom},
       {"\xEF\xBB\xBF\xF1", "ï»¿ñ", codificacion::windows1252},
+      // The text ends at 1A, and what stands behind it does not tell the encoding either.
+      {"a\x1A"
+       "b",
+       "a", codificacion::utf8},
+      {"\x1A", "", codificacion::utf8},
+      {"a\xC3\xB1o\x1A\xF1\x1A", "año", codificacion::utf8},
+      {"\xEF\xBB\xBF"
+       "a\x1A\xFF",
+       "a", codificacion::utf8_con_bom},
+      {"\xF1\x1A\xC3\xB1", "ñ", codificacion::windows1252},
+      // A second CR before a line end is part of it; alone, each is a line end of its own.
+      {"a\r\r\nb\r\r\n\r\nc", "a\r\nb\r\n\r\nc", codificacion::utf8},
+      {"\xF1\r\r\n\r\r\n", "ñ\r\n\r\n", codificacion::windows1252},
+      {"a\r\rb\r", "a\r\rb\r", codificacion::utf8},
+      {"a\r\r\r\nb", "a\r\r\nb", codificacion::utf8},
+      {"a\n\r\nb\r\n\r\r", "a\n\r\nb\r\n\r\r", codificacion::utf8},
   };
   for (const row& r : rows) {
     codificacion encoding{};

@@ -114,6 +114,23 @@ TEST(salva, replaces_the_file_that_its_name_means) {
   EXPECT_EQ(folder.entries(), 1);
 }
 
+TEST(escribe_hex, fails_on_a_fault_with_the_old_file_whole) {
+  const carpeta_temporal folder;
+  escribe(folder / "uno.hex", "old");
+  chipstate chip = empty_chip();
+  apoyo::put(chip, 0, {0xA00});
+  const record_builder faulty = [](int, const std::array<std::uint16_t, 8>&, std::string&) {
+    throw_fallo("a record that cannot be built");
+  };
+  EXPECT_FALSE(escribe_hex(chip, folder / "uno.hex", faulty));
+  EXPECT_EQ(lee(folder / "uno.hex"), "old");
+  // A memory beyond the last word that there is.
+  chip.devmodel.progmask = program_words;
+  EXPECT_FALSE(salva(chip, folder / "uno.hex"));
+  EXPECT_EQ(lee(folder / "uno.hex"), "old");
+  EXPECT_EQ(folder.entries(), 1);
+}
+
 TEST(salva, fails_where_there_is_nowhere_to_write) {
   const carpeta_temporal folder;
   std::filesystem::create_directory(folder / "carpeta");

@@ -51,9 +51,10 @@ void check(const std::vector<file_row>& rows) {
     chipstate wanted = chip;
     for (const auto& [address, word] : r.words) apoyo::put(wanted, address, {word});
     const hex_reading met = carga(chip, folder / "uno.hex");
-    EXPECT_EQ(met.messages, r.said) << r.content;
-    EXPECT_EQ(met.failed, r.failed) << r.content;
-    EXPECT_EQ(differences(wanted, chip), "") << r.content;
+    const std::string start = r.content.substr(0, 200);
+    EXPECT_EQ(met.messages, r.said) << start;
+    EXPECT_EQ(met.failed, r.failed) << start;
+    EXPECT_EQ(differences(wanted, chip), "") << start;
   }
 }
 
@@ -63,7 +64,19 @@ TEST(carga, reads_lines_of_every_line_end) {
       {two_words + "\n" + last_word + "\n" + end_record + "\n", {}, all_three},
       {two_words + "\r" + last_word + "\r" + end_record + "\r", {}, all_three},
       {two_words + "\r\n" + last_word + "\n" + end_record, {}, all_three},
+      {two_words + "\r\r\n" + last_word + "\r\r\n" + end_record + "\r\r\n", {}, all_three},
       {end_record, {}, {}},
+  });
+}
+
+TEST(carga, ends_at_the_character_1A) {
+  check({
+      {two_words + "\r\n" + end_record + "\r\n\x1A", {}, first_two},
+      {two_words + "\r\n\x1A\x1A\x1A", {no_end}, first_two},
+      {two_words + "\x1A" + last_word + "\n" + end_record, {no_end}, first_two},
+      {wrong_sum + "\r\n\x1A\r\n" + end_record, {no_end, bad_sum}, {{0x1FF, 0xA00}}},
+      {two_words + "\r\n" + end_record + "\x1A\xF1", {}, first_two},
+      {"\x1A" + two_words, {}, {}, true},
   });
 }
 
@@ -77,7 +90,8 @@ TEST(carga, ends_an_item_at_a_comma_and_drops_blanks_around_it) {
       {"," + end_record, {bad_format}, {}},
       {two_words + ",", {no_end}, first_two},
       {two_words + ",,", {bad_format}, first_two},
-      {"\t" + end_record, {bad_format}, {}},  // a tab is no blank
+      {"\t" + two_words + "\t,\t" + last_word + " \t \r\n \t" + end_record + "\t", {}, all_three},
+      {two_words + "\r\n\t\r\n" + end_record, {bad_format}, first_two},
   });
 }
 
@@ -85,6 +99,7 @@ TEST(carga, an_item_that_begins_with_a_double_quote_runs_to_the_next) {
   check({
       {"\"" + two_words + "\",\"" + last_word + "\"\r\n\"" + end_record + "\"\r\n", {}, all_three},
       {" \"" + two_words + "\" , " + end_record, {}, first_two},
+      {"\t\"" + two_words + "\"\t,\t" + end_record, {}, first_two},
       {"\"" + two_words, {no_end}, first_two},
       {"\"" + end_record + "\" " + two_words, {}, {}},
       {"\"" + two_words + "\"" + last_word + "\n" + end_record, {}, all_three},
@@ -141,6 +156,17 @@ TEST(carga, fails_on_an_empty_file) {
   check({
       {"", {}, {}, true},
       {"\xEF\xBB\xBF", {}, {}, true},
+  });
+}
+
+TEST(carga, of_a_file_too_long_to_read_whole_needs_an_end_in_what_is_read) {
+  const std::string rest(longest_hex_file, ' ');
+  check({
+      {two_words + "\n" + end_record + "\n" + rest, {}, first_two},
+      {two_words + "\nhola\n" + rest, {bad_format}, first_two},
+      {two_words + "\n\x1A" + rest, {no_end}, first_two},
+      {two_words + "\n" + rest, {}, first_two, true},
+      {wrong_sum + "\n" + rest, {}, {{0x1FF, 0xA00}}, true},
   });
 }
 

@@ -55,6 +55,13 @@ TEST(cargaasm, lines_are_divided_by_crlf_with_none_behind_the_last) {
       {"\n\n", "\r\n"},
       {"uno\r\n\r\n", "uno\r\n"},
       {"x", "x"},
+      {"uno\r\r\ndos\r\r\n", "uno\r\ndos"},
+      {"uno\r\r\n\r\r\n", "uno\r\n"},
+      {"uno\rdos\r\rtres\r", "uno\r\ndos\r\n\r\ntres"},
+      {"uno\r\n\x1A", "uno"},
+      {"uno\r\n\x1A\x1A\r\nresto\r\n", "uno"},
+      {"uno\x1A", "uno"},
+      {"\r\n\x1A", ""},
       {" \t", " \t"},
   });
   for (const row& r : rows) {
@@ -97,8 +104,10 @@ TEST(cargaasm, recognises_the_encoding) {
 TEST(cargaasm, refuses_what_gives_no_first_line) {
   const carpeta_temporal folder;
   escribe(folder / "vacio.asm", "");
-  for (const std::string& path : {folder / "vacio.asm", folder / "falta.asm", folder.path(),
-                                  folder / "no/hay.asm", std::string(), std::string("/dev/null")}) {
+  escribe(folder / "marca.asm", "\x1ANOP\r\n");
+  for (const std::string& path :
+       {folder / "vacio.asm", folder / "marca.asm", folder / "falta.asm", folder.path(),
+        folder / "no/hay.asm", std::string(), std::string("/dev/null")}) {
     std::string text = "antes";
     codificacion encoding = codificacion::windows1252;
     EXPECT_FALSE(cargaasm(path, text, encoding)) << path;
@@ -111,7 +120,8 @@ TEST(cargaasm, takes_any_bytes_as_text) {
   EXPECT_EQ(load("A\0B\r\n\0\r\n"sv).text, "A\0B\r\n\0"sv);
   EXPECT_EQ(load(std::string(1'000'000, 'x')).text, std::string(1'000'000, 'x'));
   std::string every_byte;
-  for (int byte = 0; byte < 256; ++byte) every_byte.push_back(static_cast<char>(byte));
+  for (int byte = 0; byte < 256; ++byte)
+    if (byte != 0x1A) every_byte.push_back(static_cast<char>(byte));
   const loaded doc = load(every_byte);
   EXPECT_TRUE(doc.read);
   EXPECT_EQ(doc.encoding, codificacion::windows1252);
@@ -121,7 +131,7 @@ TEST(fuente, a_file_that_is_loaded_and_saved_keeps_its_bytes) {
   std::string long_line(1'000'000, 'a');
   std::string every_byte;
   for (int byte = 0; byte < 256; ++byte)
-    if (byte != '\r' && byte != '\n') every_byte.push_back(static_cast<char>(byte));
+    if (byte != '\r' && byte != '\n' && byte != 0x1A) every_byte.push_back(static_cast<char>(byte));
   const std::array<std::string, 11> files = {
       "uno\r\ndos\r\ntres\r\n",
       "\r\n",
