@@ -29,6 +29,11 @@ std::string modified_question(const document& doc, std::string_view document_kin
   return doc.name + " (" + std::string(document_kind) + ")\rHa sido modificado.\r¿Desea salvarlo?";
 }
 
+void name_after(document& doc, const std::string& chosen) {
+  doc.name = to_lower(chosen);
+  doc.file = localiza(chosen);
+}
+
 }  // namespace
 
 void Estructura::show_name(id label, const document& doc) {
@@ -66,13 +71,15 @@ std::string Estructura::choose_file(bool save, std::string_view filter, std::str
 // The dialog of every save command, with the question before a file is replaced; empty when the person gave
 // up.
 std::string Estructura::choose_save_name(std::string_view filter, std::string_view extension,
-                                         const std::string& current) {
+                                         const document& current) {
   // One No to the replace question stands until the question is asked again.
   bool refused = false;
   for (;;) {
-    std::string chosen = choose_file(true, filter, extension, current);
+    std::string chosen = choose_file(true, filter, extension, current.name);
     if (chosen.empty()) return {};
-    if (to_lower(chosen) != current && existe(localiza(chosen))) {
+    // The document's name alone does not tell its file: another may differ from it only in case.
+    const std::string file = localiza(chosen);
+    if (existe(file) && !same_file(file, current.file)) {
       const answer reply = ask(box::yesnocancel, chosen + " ya existe.\r¿Desea reemplazarlo?");
       if (reply == answer::cancel) return {};
       refused = reply == answer::no;
@@ -99,7 +106,7 @@ void Estructura::cargar_Click(int) {
     if (!merged) erase_program_memory();
   }
   const std::string chosen = choose_file(false, hex_filter, hex_extension, "");
-  hex_.name = to_lower(chosen);
+  name_after(hex_, chosen);
   show_name(id::FILHEX, hex_);
   if (!chosen.empty()) read_hex(chosen);
   hex_.modified = merged;
@@ -115,9 +122,9 @@ void Estructura::read_hex(const std::string& path) {
 }
 
 void Estructura::salvar_Click(int) {
-  const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_.name);
+  const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_);
   if (chosen.empty()) return;
-  hex_.name = to_lower(chosen);
+  name_after(hex_, chosen);
   if (salva(chip_, chosen))
     hex_.modified = false;
   else
@@ -127,9 +134,9 @@ void Estructura::salvar_Click(int) {
 
 // The document is named after the exported file, and stays as modified as it was.
 void Estructura::salvar16c84_Click(int) {
-  const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_.name);
+  const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_);
   if (chosen.empty()) return;
-  hex_.name = to_lower(chosen);
+  name_after(hex_, chosen);
   if (!salvahxx(chip_, chosen)) ask(box::ok, write_error);
   show_name(id::FILHEX, hex_);
 }
@@ -155,7 +162,8 @@ void Estructura::cargarasm_Click(int) {
   if (!ask_to_save_source(source_question())) return;
   at(id::source).set_document("");
   const std::string chosen = choose_file(false, asm_load_filter, asm_extension, "");
-  asm_ = {.name = to_lower(chosen)};
+  asm_ = {};
+  name_after(asm_, chosen);
   asm_encoding_ = codificacion::utf8;
   if (!chosen.empty()) {
     std::string text;
@@ -169,9 +177,9 @@ void Estructura::cargarasm_Click(int) {
 }
 
 void Estructura::salvarasm_Click(int) {
-  const std::string chosen = choose_save_name(asm_save_filter, asm_extension, asm_.name);
+  const std::string chosen = choose_save_name(asm_save_filter, asm_extension, asm_);
   if (chosen.empty()) return;
-  asm_.name = to_lower(chosen);
+  name_after(asm_, chosen);
   if (salvaasm(chosen, at(id::source).text(), asm_encoding_))
     asm_.modified = false;
   else

@@ -42,7 +42,8 @@ struct map_view {
 
 /// A document of the window: a file's name, lower-cased, and whether the content differs from it.
 struct document {
-  std::string name;
+  std::string name;  ///< as shown: in lower case
+  std::string file;  ///< the one on disk that was read or written last under that name
   bool modified = false;
 };
 
@@ -235,8 +236,7 @@ class Estructura final : public pantalla, private event_sink {
   [[nodiscard]] std::string source_question() const;
   std::string choose_file(bool save, std::string_view filter, std::string_view extension,
                           std::string_view proposed);
-  std::string choose_save_name(std::string_view filter, std::string_view extension,
-                               const std::string& current);
+  std::string choose_save_name(std::string_view filter, std::string_view extension, const document& current);
   void show_name(id label, const document& doc);
   void cargar_Click(int);
   void salvar_Click(int);
