@@ -560,13 +560,10 @@ TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {
   EXPECT_FALSE(QFile::exists(QSettings(QSettings::UserScope, of_dialogs).fileName()));
 }
 
-TEST_F(ventana_abierta, the_file_dialog_gives_a_name_that_does_not_exist_and_never_asks_to_replace) {
-  const QTemporaryDir folder;
-  const QString old = folder.filePath("viejo.hex");
-  QFile file(old);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.close();
-  const auto choose = [&](bool save, const QString& name) {
+class dialogo_de_ficheros : public ventana_abierta {
+ protected:
+  /// What the dialog answers when this name is typed in it.
+  std::string choose(bool save, const QString& name) {
     std::string path;
     with_box(
         [&] { path = host.elige_fichero(save, "Hexadecimales (*.hex)|*.hex|Todos (*.*)|*.*", "hex", ""); },
@@ -578,10 +575,33 @@ TEST_F(ventana_abierta, the_file_dialog_gives_a_name_that_does_not_exist_and_nev
           QTest::keyClick(edit, Qt::Key_Return);
         });
     return path;
-  };
-  EXPECT_EQ(choose(false, folder.filePath("nuevo.hex")), folder.filePath("nuevo.hex").toStdString());
-  EXPECT_EQ(choose(true, folder.filePath("otro")), folder.filePath("otro.hex").toStdString());
-  EXPECT_EQ(choose(true, old), old.toStdString());
+  }
+  void make(const QString& name) {
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  }
+  std::string in_folder(const QString& name) { return folder.filePath(name).toStdString(); }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(dialogo_de_ficheros, gives_a_name_that_does_not_exist_and_never_asks_to_replace) {
+  make("viejo.hex");
+  EXPECT_EQ(choose(false, folder.filePath("nuevo.hex")), in_folder("nuevo.hex"));
+  EXPECT_EQ(choose(true, folder.filePath("otro")), in_folder("otro.hex"));
+  EXPECT_EQ(choose(true, folder.filePath("viejo.hex")), in_folder("viejo.hex"));
+}
+
+TEST_F(dialogo_de_ficheros, opens_the_file_named_in_full_before_one_with_the_extension) {
+  for (const char* const name : {"LEEME", "leeme.hex", "dos.hex"}) make(name);
+  EXPECT_EQ(choose(false, folder.filePath("LEEME")), in_folder("LEEME"));
+  // The case of its letters does not matter, as in any other name.
+  EXPECT_EQ(choose(false, folder.filePath("Leeme")), in_folder("Leeme"));
+  EXPECT_EQ(choose(false, folder.filePath("leeme.hex")), in_folder("leeme.hex"));
+  EXPECT_EQ(choose(false, folder.filePath("dos")), in_folder("dos.hex"));
+  EXPECT_EQ(choose(false, folder.filePath("tres")), in_folder("tres.hex"));
+  // A new file always gets its extension.
+  EXPECT_EQ(choose(true, folder.filePath("LEEME")), in_folder("LEEME.hex"));
 }
 
 TEST_F(ventana_abierta, a_dialog_cancelled_gives_no_name) {

@@ -14,6 +14,8 @@
 #include <QTreeView>
 #include <QUrl>
 
+#include "common/fichero.h"
+
 namespace estructura {
 
 namespace {
@@ -87,7 +89,16 @@ void dialogo_ficheros::accept() {
   // in the box, where the next Enter answers with it.
   auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   const QFileInfo typed(directory(), name != nullptr ? name->text() : QString());
-  if (name == nullptr || name->text().isEmpty() || !typed.isDir()) return QFileDialog::accept();
+  if (name == nullptr || name->text().isEmpty() || !typed.isDir()) {
+    // Qt would add the extension to every name that has none, and so never open a file without one.
+    const QString extension = defaultSuffix();
+    const bool in_full = acceptMode() == AcceptOpen && existe(localiza(typed.filePath().toStdString()));
+    if (in_full) setDefaultSuffix({});
+    QFileDialog::accept();
+    // Closed, the dialog is still to be asked what was chosen.
+    if (in_full && result() != Accepted) setDefaultSuffix(extension);
+    return;
+  }
   setDirectory(typed.absoluteFilePath());
   name->clear();
 }
