@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "asm/encodeins.h"
+#include "asm/source_line.h"
 #include "common/numero.h"
 #include "common/texto.h"
 #include "core/instrucciones.h"
@@ -14,7 +15,6 @@ namespace estructura {
 namespace {
 
 constexpr std::string_view line_end = "\r\n";
-constexpr std::string_view blanks = " \t";
 constexpr std::string_view nothing_behind_comma = "*";
 
 constexpr std::string_view wrong_instruction = "Instrucción incorrecta.";
@@ -26,19 +26,7 @@ constexpr std::string_view wrong_address = "Error en dirección.";
 
 // A tab in a source counts as a blank.
 std::string_view trim_source(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-// What stands before a separator, trimmed; the text becomes what stands behind it, trimmed. Without one the
-// whole text is taken and nothing stays.
-std::string take_before(std::string& text, std::string_view separators) {
-  const std::size_t at = text.find_first_of(separators);
-  if (at == std::string::npos) return std::exchange(text, {});
-  std::string before(trim_source(std::string_view(text).substr(0, at)));
-  text = std::string(trim_source(std::string_view(text).substr(at + 1)));
-  return before;
+  return trim(text, source_blanks);
 }
 
 struct statement {
@@ -56,37 +44,19 @@ struct source_line {
   std::string_view text;  // as typed, without line end
 };
 
-// The first word and the rest when the second word of a line without label is EQU: "X EQU 10" means "X: EQU
-// 10".
-bool names_a_constant(const std::string& line) {
-  const std::size_t end = line.find_first_of(blanks);
-  if (end == std::string::npos) return false;
-  const std::string_view rest = trim_source(std::string_view(line).substr(end));
-  return rest.substr(0, rest.find_first_of(blanks)) == directive::equ;
-}
-
-statement split(std::size_t number, std::string line) {
+statement statement_of(std::size_t number, std::string_view line, const line_parts& parts) {
+  const auto upper = [line](line_part part) { return to_upper(part.of(line)); };
   statement out;
   out.line = number;
-  if (line.find(':') != std::string::npos)
-    out.label = take_before(line, ":");
-  else if (names_a_constant(line))
-    out.label = take_before(line, blanks);
-  out.mnemonic = take_before(line, blanks);
-  const bool two_operands = line.find(',') != std::string::npos;
-  out.op1 = take_before(line, ",");
-  if (two_operands) out.op2 = line.empty() ? std::string(nothing_behind_comma) : line;
+  out.label = upper(parts.label);
+  out.mnemonic = upper(parts.mnemonic);
+  out.op1 = upper(parts.op1);
+  if (parts.comma) out.op2 = parts.op2.empty() ? std::string(nothing_behind_comma) : upper(parts.op2);
   return out;
 }
 
 bool begins_with_digit(std::string_view text) {
   return !text.empty() && text[0] >= '0' && text[0] <= '9';
-}
-
-std::string plain_hex(std::int16_t value) {
-  std::string text = hexstr(value, 4);
-  text.erase(0, std::min(text.find_first_not_of('0'), text.size() - 1));
-  return text;
 }
 
 class assembler {
@@ -111,10 +81,10 @@ class assembler {
       const std::size_t end = std::min(source_.find(line_end, at), source_.size());
       lines_.push_back({at, source_.substr(at, end - at)});
       at = end + line_end.size();
-      std::string line = to_upper(trim_source(lines_.back().text));
-      if (line.empty() || line[0] == ';') continue;
-      line.erase(std::min(line.find(';'), line.size()));
-      statements_.push_back(split(lines_.size(), std::move(line)));
+      const std::string_view line = lines_.back().text;
+      const line_parts parts = cut_line(line);
+      if (!parts.statement) continue;
+      statements_.push_back(statement_of(lines_.size(), line, parts));
       statement& s = statements_.back();
       if (!checkline(s.label, s.mnemonic, s.op1, s.op2)) return fail(s, wrong_instruction);
     }
@@ -142,13 +112,14 @@ class assembler {
       } else if (s.mnemonic != directive::end) {
         ++counter;
       }
-      if (s.mnemonic == directive::org) counter = origin(s.op1);
+      if (s.mnemonic == directive::org) {
+        const auto address = valhex_checked(s.op1);
+        if (!address) return fail(s, wrong_operand);
+        counter = *address;
+      }
     }
     return true;
   }
-
-  // An address past 16 bits is past every memory too.
-  static int origin(std::string_view operand) { return valhex_checked(operand).value_or(32767); }
 
   bool resolve_operands() {
     for (statement& s : statements_) {
@@ -163,9 +134,9 @@ class assembler {
 
   // A number stays, a symbol becomes its value, anything else becomes empty.
   [[nodiscard]] std::string symvalue(const std::string& text) const {
-    if (ishex(text) && begins_with_digit(text)) return text;
+    if (is_number(text)) return text;
     const auto found = symbols_.find(text);
-    return found == symbols_.end() ? std::string() : plain_hex(found->second);
+    return found == symbols_.end() ? std::string() : symbol_text(found->second);
   }
 
   bool encode() {
@@ -174,7 +145,7 @@ class assembler {
     for (statement& s : statements_) {
       if (s.mnemonic == directive::end) break;
       if (s.mnemonic == directive::org) {
-        counter = origin(s.op1);
+        counter = valhex(s.op1);  // a number was looked at before, a symbol has 16 bits
         continue;
       }
       if (s.mnemonic == directive::equ) continue;
@@ -209,7 +180,7 @@ class assembler {
       else
         // The blanks at the end of such a line stay.
         text.append("\t")
-            .append(line.substr(std::min(line.find_first_not_of(blanks), line.size())))
+            .append(line.substr(std::min(line.find_first_not_of(source_blanks), line.size())))
             .append(line_end);
     }
     text.append(rule).append("\tSIMBOLOS\r\n").append(rule);
@@ -245,13 +216,23 @@ class assembler {
 }  // namespace
 
 std::string tabmnem(std::string_view text) {
-  const std::size_t blank = text.find_first_of(blanks);
+  const std::size_t blank = text.find_first_of(source_blanks);
   if (blank == std::string_view::npos) return std::string(text) + "\t";
   return std::string(text.substr(0, blank)) + "\t" + std::string(trim_source(text.substr(blank)));
 }
 
 bool numlike(std::string_view text) {
   return begins_with_digit(text) || text == "," || text == "W";
+}
+
+bool is_number(std::string_view text) {
+  return begins_with_digit(text) && ishex(text);
+}
+
+std::string symbol_text(std::int16_t value) {
+  std::string text = hexstr(value, 4);
+  text.erase(0, std::min(text.find_first_not_of('0'), text.size() - 1));
+  return text;
 }
 
 bool checkline(std::string_view label, std::string_view mnemonic, std::string_view op1, std::string& op2) {

@@ -6,10 +6,9 @@
 //   else ...                     // made.image, made.listing, made.symbols
 //
 // One statement a line: an optional label ending in ":", a mnemonic or EQU, ORG, END, at most two operands
-// divided by
-// ",", a comment behind ";". Numbers are hexadecimal. Three passes and a resolution between the last two; an
-// earlier pass's error always wins over a later one's, whatever the lines. Register and bit names are not
-// known: sources define theirs with EQU. Nothing outlives one call.
+// divided by ",", a comment behind ";" (asm/source_line.h). Numbers are hexadecimal. Three passes and a
+// resolution between the last two; an earlier pass's error always wins over a later one's, whatever the
+// lines. Register and bit names are not known: sources define theirs with EQU. Nothing outlives one call.
 #pragma once
 
 #include <cstddef>
@@ -23,18 +22,6 @@
 #include "core/chipstate.h"
 
 namespace estructura {
-
-/// The words that stand where a mnemonic does and are none.
-namespace directive {
-inline constexpr std::string_view equ = "EQU";
-inline constexpr std::string_view org = "ORG";
-inline constexpr std::string_view end = "END";
-}  // namespace directive
-
-/// Whether a word in upper case is one of them.
-constexpr bool is_directive(std::string_view word) {
-  return word == directive::equ || word == directive::org || word == directive::end;
-}
 
 struct assembly_symbol {
   std::string name;
@@ -65,6 +52,13 @@ struct assembly {
 
 /// Whether a text looks like a number where a name is wanted: a decimal digit first, or just "," or "W".
 [[nodiscard]] bool numlike(std::string_view text);
+
+/// Whether an operand in upper case is a number: hexadecimal digits, the first of them decimal. Any other
+/// operand is looked up as a name in a source that defines one.
+[[nodiscard]] bool is_number(std::string_view text);
+
+/// The value of a name as it takes the name's place in an operand: hexadecimal without leading zeros.
+[[nodiscard]] std::string symbol_text(std::int16_t value);
 
 /// Whether a statement has the operands that its mnemonic wants. Rewrites a second operand "W" to "0" where
 /// it names a destination.

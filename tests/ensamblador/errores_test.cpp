@@ -96,12 +96,46 @@ TEST(ensambla_errors, an_origin_outside_every_memory) {
       {"ORG 200\nNOP", "200=000", mask_1024},
       {"ORG 800\nNOP", "2: Alcanzado el final de la memoria."},
       {"ORG 7FFF\nNOP", "2: Alcanzado el final de la memoria."},
-      {"ORG 12345\nNOP", "2: Alcanzado el final de la memoria."},
       // Sixteen bits with the top one set read as a negative number.
       {"ORG FFFF\nNOP", "2: Error en dirección."},
       {"ORG 8000\nL:\n\n\nNOP", "5: Error en dirección."},
       // The end of memory is looked at before the instruction.
       {"ORG 800\nMOVLW 100", "2: Alcanzado el final de la memoria."},
+  }));
+}
+
+TEST(ensambla_errors, numbers_of_more_than_16_bits_in_a_directive) {
+  expect_outcomes(std::to_array<source_row>({
+      {"X EQU 12345", "1: Operando incorrecto."},
+      {"ORG 12345", "1: Operando incorrecto."},
+      {"NOP\nORG 10000\nNOP", "2: Operando incorrecto."},
+      {"X EQU 1\nORG 12345", "2: Operando incorrecto."},
+      {"L: ORG 12345\nNOP", "1: Operando incorrecto."},
+      // Its leading digits are what counts, whatever they stand before, and END ends no pass but the last.
+      {"X EQU 1\nORG 12345H", "2: Operando incorrecto."},
+      {"ABCDEF: NOP\nORG ABCDEF", "2: Operando incorrecto."},
+      {"END\nORG 12345", "2: Operando incorrecto."},
+      {"ORG 0000001F\nNOP", "01F=000"},
+      // As EQU's it is met before any operand is resolved, and after the shapes of all lines.
+      {"MOVLW Q\nORG 12345", "2: Operando incorrecto."},
+      {"ORG 12345\nFOO", "2: Instrucción incorrecta."},
+      {"ORG 12345\nA: NOP\nA: NOP", "1: Operando incorrecto."},
+  }));
+}
+
+TEST(ensambla_errors, a_word_of_the_language_is_no_name_before_EQU) {
+  expect_outcomes(std::to_array<source_row>({
+      {"MOVLW EQU", "1: Operando incorrecto."},
+      {"X EQU 1\nmovlw equ", "2: Error en dirección."},
+      {"EQU: NOP\nGOTO EQU", "000=000 001=A00"},
+      {"MOVLW EQU 10", "1: Operando incorrecto."},
+      {"NOP EQU 1", "1: Instrucción incorrecta."},
+      {"ORG EQU 1", "1: Operando incorrecto."},
+      {"EQU EQU 1", "1: Instrucción incorrecta."},
+      {"END EQU 1", "1: Instrucción incorrecta."},
+      // With its colon any word is one.
+      {"NOP: EQU 10\nMOVLW NOP", "000=C10"},
+      {"MOVLWS EQU 10\nMOVLW MOVLWS", "000=C10"},
   }));
 }
 

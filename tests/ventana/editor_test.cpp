@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include "tests/ventana/abierta.h"
@@ -35,6 +36,143 @@ class editor : public ventana_de_prueba {
     return fuente().document()->findBlockByNumber(line).layout()->formats();
   }
 };
+
+class editor_readings : public editor {
+ protected:
+  /// What is underlined on a line, as it is painted; several operands divided by a blank.
+  std::string underlined(int line) {
+    const QString text = fuente().document()->findBlockByNumber(line).text();
+    QStringList found;
+    for (const auto& range : formats(line))
+      if (range.format.underlineStyle() == QTextCharFormat::WaveUnderline) {
+        EXPECT_EQ(range.format.underlineColor(), fuente().colores().underline);
+        found << text.mid(range.start, range.length);
+      }
+    return found.join(' ').toStdString();
+  }
+  void caret_at(int line, int column) {
+    QTextCursor cursor(fuente().document()->findBlockByNumber(line));
+    cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, column);
+    fuente().setTextCursor(cursor);
+    fuente().setFocus();
+  }
+  /// The tip that comes up under the mouse at a character, without its markup; empty when none does.
+  std::string tip_under_mouse(int line, int column) {
+    paint();
+    QTextCursor cursor(fuente().document()->findBlockByNumber(line));
+    cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, column);
+    return tip_at_point(fuente().cursorRect(cursor).center() + QPoint(2, 0));
+  }
+  std::string tip_at_point(const QPoint& place) {
+    return tip_after([&] {
+      QWidget* const viewport = fuente().viewport();
+      QHelpEvent event(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+      QCoreApplication::sendEvent(viewport, &event);
+    });
+  }
+  std::string tip_by_key() {
+    return tip_after([&] { tecla(Qt::Key_F1); });
+  }
+  /// Another one is up before: a tip that is to go stays a while.
+  std::string tip_after(const std::function<void()>& action) {
+    const QString before = "before";
+    QToolTip::showText(fuente().mapToGlobal(QPoint(5, 5)), before, &fuente());
+    action();
+    const QString shown = QToolTip::text();
+    EXPECT_NE(shown, "");
+    return shown == before ? "" : QString(shown).remove("<p>").remove("</p>").toStdString();
+  }
+  std::string description() { return fuente().accessibleDescription().toStdString(); }
+
+  static constexpr const char* as_zero =
+      "EQU lee solo las cifras hexadecimales del principio: se lee como 0.";
+};
+
+TEST_F(editor_readings, underline_what_is_read_as_something_else) {
+  carga("X EQU 0x10\nY: EQU H'08'\n ORG 0x100\n ADDWF X,F ; F\n BCF X,12\n MOVLW X\n");
+  EXPECT_EQ(underlined(0), "0x10");
+  EXPECT_EQ(underlined(1), "H'08'");
+  EXPECT_EQ(underlined(2), "0x100");
+  EXPECT_EQ(underlined(3), "F");
+  EXPECT_EQ(underlined(4), "12");
+  EXPECT_EQ(underlined(5), "");
+}
+
+TEST_F(editor_readings, follow_the_names_of_the_whole_source) {
+  carga("ADDWF 5,F\nGOTO FIN\nMOVLW FF\n\n\n");
+  // No name at all: digits are digits.
+  EXPECT_EQ(underlined(0), "");
+  EXPECT_EQ(underlined(1), "FIN");
+  EXPECT_EQ(underlined(2), "");
+  caret_at(4, 0);
+  QTest::keyClicks(&fuente(), "FIN: NOP");
+  EXPECT_EQ(underlined(0), "F");
+  EXPECT_EQ(underlined(1), "");
+  EXPECT_EQ(underlined(2), "FF");
+  tecla(Qt::Key_Return);
+  QTest::keyClicks(&fuente(), "F EQU 1");
+  EXPECT_EQ(underlined(0), "");
+  // A line that goes takes its name with it, whole or joined to another, and undoing brings it back.
+  caret_at(3, 0);
+  tecla(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+  tecla(Qt::Key_Delete);
+  EXPECT_EQ(underlined(0), "");
+  EXPECT_EQ(underlined(1), "FIN");
+  EXPECT_EQ(underlined(2), "");
+  undo();
+  EXPECT_EQ(underlined(1), "");
+  EXPECT_EQ(underlined(2), "FF");
+  caret_at(3, 0);
+  tecla(Qt::Key_Delete);
+  QTest::keyClicks(&fuente(), ";");
+  EXPECT_EQ(underlined(1), "FIN");
+  EXPECT_EQ(underlined(0), "") << "F is defined still";
+}
+
+TEST_F(editor_readings, follow_another_document) {
+  carga("F EQU 1\nADDWF 5,F\n");
+  EXPECT_EQ(underlined(1), "");
+  carga("X EQU 1\nADDWF 5,F\n");
+  EXPECT_EQ(underlined(1), "F");
+  carga("F: NOP\nADDWF 5,F\n");
+  EXPECT_EQ(underlined(1), "");
+  // The line end in front of a definition moves it to another line.
+  caret_at(0, 0);
+  tecla(Qt::Key_Return);
+  EXPECT_EQ(underlined(2), "");
+  QTest::keyClicks(&fuente(), "F: ;");
+  EXPECT_EQ(underlined(2), "");
+}
+
+TEST_F(editor_readings, tell_what_is_read_under_the_mouse) {
+  carga("X EQU 0x10\nRETLW X\n");
+  EXPECT_EQ(tip_under_mouse(0, 6), as_zero);
+  EXPECT_EQ(tip_under_mouse(0, 9), as_zero);
+  EXPECT_EQ(tip_under_mouse(0, 1), "");
+  EXPECT_EQ(tip_under_mouse(1, 6), "");
+  // Beside the end of a line no operand stands.
+  EXPECT_EQ(tip_at_point(QPoint(fuente().viewport()->width() - 5, 10)), "");
+}
+
+TEST_F(editor_readings, tell_what_is_read_at_the_caret_by_key_and_to_a_screen_reader) {
+  const std::string plain = description();
+  carga("X EQU 0x10\nRETLW X\n");
+  caret_at(0, 0);
+  EXPECT_EQ(description(), plain);
+  EXPECT_EQ(tip_by_key(), "");
+  caret_at(0, 8);
+  EXPECT_EQ(description(), plain + " " + as_zero);
+  EXPECT_EQ(tip_by_key(), as_zero);
+  caret_at(1, 6);
+  EXPECT_EQ(description(), plain);
+  EXPECT_EQ(tip_by_key(), "");
+  // Typing is a move of the caret too.
+  caret_at(1, 7);
+  QTest::keyClicks(&fuente(), "X");
+  EXPECT_EQ(description(), plain + " No está definido: no se lee, y al ensamblar dará un error.");
+  tecla(Qt::Key_Backspace);
+  EXPECT_EQ(description(), plain);
+}
 
 // --- history ---
 

@@ -43,7 +43,14 @@ const linea_cortada lines[] = {
     // EQU defines the word before it, with or without colon.
     {u"X EQU 10", {{0, 1, etiqueta}, {2, 3, directiva}, {6, 2, numero}}},
     {u"X: EQU 10", {{0, 2, etiqueta}, {3, 3, directiva}, {7, 2, numero}}},
-    {u"  nop equ 1", {{2, 3, etiqueta}, {6, 3, directiva}, {10, 1, numero}}},
+    // A word of the language is no name there.
+    {u"  nop equ 1", {{2, 3, mnemonico}}},
+    {u"MOVLW EQU", {{0, 5, mnemonico}}},
+    {u"equ equ 1", {{0, 3, directiva}}},
+    {u": NOP", {{0, 1, etiqueta}, {2, 3, mnemonico}}},
+    // Units of the widget: one for a letter of two or three bytes, two for one of four.
+    {u"año: MOVLW 10 ; ñ€", {{0, 4, etiqueta}, {5, 5, mnemonico}, {11, 2, numero}, {14, 4, comentario}}},
+    {u"😀: MOVLW 10", {{0, 3, etiqueta}, {4, 5, mnemonico}, {10, 2, numero}}},
     // A number begins with a decimal digit and holds nothing but hexadecimal ones.
     {u"MOVLW FF", {{0, 5, mnemonico}}},
     {u"MOVLW 0x10", {{0, 5, mnemonico}}},
@@ -79,6 +86,29 @@ TEST(resaltado, a_line_longer_than_any_statement_costs_nothing) {
   time.start();
   EXPECT_TRUE(analiza(line).empty());
   EXPECT_LT(time.elapsed(), 50);
+}
+
+TEST(resaltado, a_line_is_as_long_as_it_is_before_its_comment) {
+  const QString line = QStringLiteral("MOVLW 10 ;") + QString(5000, QLatin1Char('x'));
+  const std::vector<trozo> wanted = {{0, 5, mnemonico}, {6, 2, numero}, {9, 5001, comentario}};
+  EXPECT_EQ(analiza(line), wanted);
+  const QString code = QStringLiteral("X EQU ") + QString(2000, QLatin1Char('0'));
+  EXPECT_TRUE(analiza(code).empty());
+  EXPECT_TRUE(odd_parts(code + QLatin1Char('x'), {}).empty());
+  EXPECT_FALSE(definition_in(QStringView(code)).has_value());
+}
+
+TEST(resaltado, odd_operands_have_their_place_in_units_and_their_tip) {
+  name_table names;
+  names.add({"AÑO", 1});
+  const QString to_the_file =
+      QStringLiteral("No es W, 0, 1 ni un nombre definido: no se lee, y el resultado va al registro.");
+  const QString from_the_start =
+      QStringLiteral("EQU lee solo las cifras hexadecimales del principio: se lee como 0B.");
+  EXPECT_EQ(odd_parts(u"X EQU B+1", names), (std::vector<odd_part>{{6, 3, from_the_start}}));
+  EXPECT_EQ(odd_parts(u"ADDWF año, ñé€😀 ; x", names), (std::vector<odd_part>{{11, 5, to_the_file}}));
+  EXPECT_EQ(odd_parts(u"ADDWF año,W", names), std::vector<odd_part>{});
+  EXPECT_EQ(definition_in(QStringView(u"ñ: NOP")), (definition{"Ñ", {}}));
 }
 
 struct paleta {
@@ -121,6 +151,17 @@ TEST(resaltado, the_mark_of_an_error_stands_out_without_its_hue) {
     palette.setColor(QPalette::Base, one.base);
     const colores_fuente colours(palette);
     EXPECT_GE(contraste(colours.sello_error, colours.fondo_margen), 3) << one.name;
+  }
+}
+
+TEST(resaltado, the_underline_of_an_operand_stands_out_without_its_hue) {
+  for (const paleta& one : palettes) {
+    QPalette palette;
+    palette.setColor(QPalette::Text, one.text);
+    palette.setColor(QPalette::Base, one.base);
+    const colores_fuente colours(palette);
+    EXPECT_GE(contraste(colours.underline, one.base), 3) << one.name;
+    EXPECT_GE(contraste(colours.underline, colours.fondo_error), 3) << one.name;
   }
 }
 

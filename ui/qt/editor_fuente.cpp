@@ -1,9 +1,12 @@
 #include "ui/qt/editor_fuente.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include <QAbstractTextDocumentLayout>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPaintEvent>
@@ -13,6 +16,7 @@
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextLayout>
+#include <QToolTip>
 
 #include "ui/qt/texto_qt.h"
 
@@ -43,11 +47,35 @@ class editor_fuente::margen_numeros final : public QWidget {
   editor_fuente* editor_;
 };
 
+/// What a line defines, for as long as the line is there.
+class editor_fuente::line_name final : public QTextBlockUserData {
+ public:
+  line_name(std::shared_ptr<name_table> names, definition made)
+      : names_(std::move(names)), made_(std::move(made)) {
+    names_->add(made_);
+  }
+  ~line_name() override { names_->remove(made_); }
+  line_name(const line_name&) = delete;
+  line_name& operator=(const line_name&) = delete;
+  line_name(line_name&&) = delete;
+  line_name& operator=(line_name&&) = delete;
+
+  [[nodiscard]] const definition& made() const { return made_; }
+
+ private:
+  std::shared_ptr<name_table> names_;
+  definition made_;
+};
+
 editor_fuente::editor_fuente() : margin_(new margen_numeros(this)), colours_(palette()) {
   QObject::connect(document(), &QTextDocument::contentsChange, this,
                    [this](int position, int, int added) { descolorea(position, added); });
   QObject::connect(this, &QPlainTextEdit::blockCountChanged, this, [this] { mide_margen(); });
-  QObject::connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { margin_->update(); });
+  QObject::connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
+    margin_->update();
+    describe_caret();
+  });
+  QObject::connect(this, &QPlainTextEdit::textChanged, this, [this] { describe_caret(); });
   QObject::connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& region, int scrolled) {
     if (scrolled != 0)
       margin_->scroll(0, scrolled);
@@ -88,6 +116,8 @@ void editor_fuente::keyPressEvent(QKeyEvent* event) {
   // Ctrl+Shift+Z is known everywhere, this one on some desktops alone.
   if (event->keyCombination() == (Qt::CTRL | Qt::Key_Y))
     redo();
+  else if (event->keyCombination() == QKeyCombination(Qt::Key_F1))
+    show_tip_at_caret();
   else
     QPlainTextEdit::keyPressEvent(event);
 }
@@ -110,8 +140,23 @@ void editor_fuente::changeEvent(QEvent* event) {
 void editor_fuente::descolorea(int position, int added) {
   const int end = position + added;
   for (QTextBlock line = document()->findBlock(position); line.isValid() && line.position() <= end;
-       line = line.next())
+       line = line.next()) {
     line.setUserState(uncoloured);
+    note_name(line);
+  }
+  if (names_->changes() == names_seen_) return;
+  // Whether an operand is a name is for the whole text to say.
+  names_seen_ = names_->changes();
+  ++colouring_;
+  viewport()->update();
+}
+
+void editor_fuente::note_name(QTextBlock& line) {
+  std::optional<definition> made = definition_in(line.text());
+  const auto* const held = dynamic_cast<const line_name*>(line.userData());
+  if (held != nullptr ? made == held->made() : !made) return;
+  line.setUserData(nullptr);
+  if (made) line.setUserData(new line_name(names_, std::move(*made)));
 }
 
 void editor_fuente::colorea(QTextBlock& line) {
@@ -126,6 +171,12 @@ void editor_fuente::colorea(QTextBlock& line) {
   for (const trozo& part : analiza(line.text())) {
     QTextCharFormat format;
     format.setForeground(colours_.de(part.is));
+    formats.push_back({part.start, part.length, format});
+  }
+  for (const odd_part& part : odd_parts(line.text(), *names_)) {
+    QTextCharFormat format;
+    format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+    format.setUnderlineColor(colours_.underline);
     formats.push_back({part.start, part.length, format});
   }
   if (formats == layout.formats()) return;
@@ -146,6 +197,66 @@ void editor_fuente::colorea_lo_visible() {
 void editor_fuente::paintEvent(QPaintEvent* event) {
   colorea_lo_visible();
   QPlainTextEdit::paintEvent(event);
+}
+
+// --- operands that are read as something else ---
+
+QString editor_fuente::tip_at(int position) const {
+  const QTextBlock line = document()->findBlock(position);
+  const int at = position - line.position();
+  for (const odd_part& part : odd_parts(line.text(), *names_))
+    if (at >= part.start && at <= part.start + part.length) return part.tip;
+  return {};
+}
+
+namespace {
+
+/// Whatever the tip quotes is no markup; as markup, a long one is broken into lines.
+QString as_tool_tip(const QString& tip) {
+  return QStringLiteral("<p>") + tip.toHtmlEscaped() + QStringLiteral("</p>");
+}
+
+}  // namespace
+
+bool editor_fuente::show_tip(const QPoint& place) {
+  const QTextBlock line = cursorForPosition(place).block();
+  for (const odd_part& part : odd_parts(line.text(), *names_)) {
+    QTextCursor end(line);
+    QTextCursor start(line);
+    start.setPosition(line.position() + part.start);
+    end.setPosition(line.position() + part.start + part.length);
+    const QRect shown = cursorRect(start).united(cursorRect(end));
+    if (!shown.contains(place)) continue;
+    QToolTip::showText(viewport()->mapToGlobal(place), as_tool_tip(part.tip), viewport(), shown);
+    return true;
+  }
+  return false;
+}
+
+void editor_fuente::show_tip_at_caret() {
+  const QString tip = tip_at(textCursor().position());
+  if (tip.isEmpty())
+    QToolTip::hideText();
+  else
+    QToolTip::showText(viewport()->mapToGlobal(cursorRect().bottomLeft()), as_tool_tip(tip), viewport());
+}
+
+bool editor_fuente::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto* const help = dynamic_cast<QHelpEvent*>(event);
+    if (help != nullptr && show_tip(help->pos())) return true;
+    QToolTip::hideText();
+  }
+  return QPlainTextEdit::viewportEvent(event);
+}
+
+void editor_fuente::describe_caret() {
+  const QString tip = tip_at(textCursor().position());
+  if (tip == caret_tip_.mid(1)) return;
+  QString description = accessibleDescription();
+  if (!caret_tip_.isEmpty() && description.endsWith(caret_tip_)) description.chop(caret_tip_.size());
+  caret_tip_ = tip.isEmpty() ? tip : QLatin1Char(' ') + tip;
+  setAccessibleDescription(description + caret_tip_);
 }
 
 // --- the line with the error ---

@@ -6,8 +6,12 @@
 //   edit->edita(3, 3, "\nSLEEP");             // undone and done again as one step
 //   edit->pon_linea_con_error(2);
 //
-// Lines are coloured when they are first painted: the time for a text does not depend on its length.
+// Lines are coloured when they are first painted: the time for a text does not depend on its length. Operands
+// that are read as something else than they look are underlined; the tip there, the F1 key with the caret
+// there, and the editor's description tell what they are read as.
 #pragma once
+
+#include <memory>
 
 #include <QPlainTextEdit>
 
@@ -28,6 +32,8 @@ class editor_fuente final : public QPlainTextEdit {
   [[nodiscard]] int linea_con_error() const { return error_line_; }
   [[nodiscard]] const QWidget& margen() const;
   [[nodiscard]] const colores_fuente& colores() const { return colours_; }
+  /// What is said of the operand at a position of the text, its end included; empty where nothing is.
+  [[nodiscard]] QString tip_at(int position) const;
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -35,13 +41,19 @@ class editor_fuente final : public QPlainTextEdit {
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
 
  private:
   class margen_numeros;
+  class line_name;
 
   void colorea_lo_visible();
   void colorea(QTextBlock& line);
   void descolorea(int position, int added);
+  void note_name(QTextBlock& line);
+  bool show_tip(const QPoint& place);
+  void show_tip_at_caret();
+  void describe_caret();
   void toma_colores();
   void marca_error();
   void mide_margen();
@@ -50,7 +62,11 @@ class editor_fuente final : public QPlainTextEdit {
 
   margen_numeros* margin_;
   colores_fuente colours_;
-  int colouring_ = 0;  ///< what a line's user state is while its colours are right
+  /// What the lines define; each line that defines something holds it too, until the document lets it go.
+  std::shared_ptr<name_table> names_ = std::make_shared<name_table>();
+  unsigned names_seen_ = 0;  ///< the names' changes that the colours know of
+  QString caret_tip_;        ///< what the description says of the caret's place
+  int colouring_ = 0;        ///< what a line's user state is while its colours are right
   int error_line_ = 0;
 };
 

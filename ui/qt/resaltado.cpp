@@ -5,107 +5,78 @@
 #include <QString>
 
 #include "asm/ensamblador.h"
+#include "asm/source_line.h"
 #include "common/texto.h"
 #include "core/instrucciones.h"
 #include "ui/qt/colores.h"
+#include "ui/reading_tips.h"
 
 namespace estructura {
 
 namespace {
 
-/// Longer than this is no line of a program, and not worth the time to cut it.
-constexpr qsizetype longest_line = 2000;
+/// More than this before the comment is no line of a program, and not worth the time to cut it.
+constexpr qsizetype longest_code = 2000;
 
-bool es_blanco(QChar c) {
-  return c == QLatin1Char(' ') || c == QLatin1Char('\t');
-}
+/// A line of the widget in UTF-8, and the way back from its bytes to the widget's units. What belongs to no
+/// program line is left out: the text is empty then.
+class utf8_line {
+ public:
+  explicit utf8_line(QStringView line) {
+    const qsizetype semicolon = line.indexOf(QLatin1Char(';'));
+    const qsizetype code = semicolon < 0 ? line.size() : semicolon;
+    if (code > longest_code) return;
+    text_ = line.toUtf8().toStdString();
+    ascii_ = text_.size() == static_cast<std::size_t>(line.size());
+  }
 
-/// Part of a line by its two ends.
-struct corte {
-  qsizetype from;
-  qsizetype to;
-  [[nodiscard]] bool empty() const { return from >= to; }
+  [[nodiscard]] const std::string& text() const { return text_; }
+  [[nodiscard]] int unit(std::size_t byte) const {
+    if (ascii_) return static_cast<int>(byte);
+    int units = 0;
+    for (std::size_t i = 0; i < byte; ++i) {
+      const auto value = static_cast<unsigned char>(text_[i]);
+      // The first byte of a letter counts it; one of four bytes takes two units.
+      if ((value & 0xC0U) != 0x80U) units += value >= 0xF0U ? 2 : 1;
+    }
+    return units;
+  }
+
+ private:
+  std::string text_;
+  bool ascii_ = false;
 };
 
-class cortador {
+class painter_of_parts {
  public:
-  explicit cortador(QStringView line) : line_(line), rest_{0, line.size()} {}
+  explicit painter_of_parts(QStringView line) : line_(line), parts_(cut_line(line_.text())) {}
 
-  std::vector<trozo> corta() {
-    const qsizetype semicolon = line_.indexOf(QLatin1Char(';'));
-    if (semicolon >= 0) rest_.to = semicolon;
-    rest_ = ajusta(rest_);
-    corta_etiqueta();
-    corta_mnemonico();
-    corta_operandos();
-    if (semicolon >= 0) pon({semicolon, line_.size()}, parte::comentario);
+  std::vector<trozo> parts() {
+    if (parts_.colon)
+      put({parts_.label.empty() ? parts_.colon_at : parts_.label.from, parts_.colon_at + 1}, parte::etiqueta);
+    else
+      put(parts_.label, parte::etiqueta);
+    const std::string word = upper(parts_.mnemonic);
+    if (find_mnemonic(word) != nullptr)
+      put(parts_.mnemonic, parte::mnemonico);
+    else if (is_directive(word))
+      put(parts_.mnemonic, parte::directiva);
+    for (const line_part operand : {parts_.op1, parts_.op2})
+      if (is_number(upper(operand))) put(operand, parte::numero);
+    put(parts_.comment, parte::comentario);
     return std::move(found_);
   }
 
  private:
-  [[nodiscard]] corte ajusta(corte part) const {
-    while (!part.empty() && es_blanco(line_[part.from])) ++part.from;
-    while (!part.empty() && es_blanco(line_[part.to - 1])) --part.to;
-    return part;
+  [[nodiscard]] std::string upper(line_part part) const { return to_upper(part.of(line_.text())); }
+  void put(line_part part, parte is) {
+    if (part.empty()) return;
+    const int start = line_.unit(part.from);
+    found_.push_back({start, line_.unit(part.to) - start, is});
   }
 
-  [[nodiscard]] corte primera_palabra(corte part) const {
-    corte word{part.from, part.from};
-    while (word.to < part.to && !es_blanco(line_[word.to])) ++word.to;
-    return word;
-  }
-
-  /// As the tables hold it: in upper case.
-  [[nodiscard]] std::string palabra(corte part) const {
-    return to_upper(line_.mid(part.from, part.to - part.from).toString().toStdString());
-  }
-
-  void pon(corte part, parte is) {
-    if (!part.empty())
-      found_.push_back({static_cast<int>(part.from), static_cast<int>(part.to - part.from), is});
-  }
-
-  /// What stands before ":", with it; or the name that EQU defines without one.
-  void corta_etiqueta() {
-    const qsizetype colon = line_.indexOf(QLatin1Char(':'), rest_.from);
-    if (colon >= 0 && colon < rest_.to) {
-      pon({rest_.from, colon + 1}, parte::etiqueta);
-      rest_ = ajusta({colon + 1, rest_.to});
-      return;
-    }
-    const corte name = primera_palabra(rest_);
-    const corte behind = ajusta({name.to, rest_.to});
-    if (palabra(primera_palabra(behind)) != directive::equ) return;
-    pon(name, parte::etiqueta);
-    rest_ = behind;
-  }
-
-  void corta_mnemonico() {
-    const corte word = primera_palabra(rest_);
-    const std::string text = palabra(word);
-    if (find_mnemonic(text) != nullptr)
-      pon(word, parte::mnemonico);
-    else if (is_directive(text))
-      pon(word, parte::directiva);
-    rest_ = ajusta({word.to, rest_.to});
-  }
-
-  void corta_operandos() {
-    const qsizetype comma = line_.indexOf(QLatin1Char(','), rest_.from);
-    const bool two = comma >= 0 && comma < rest_.to;
-    corta_operando({rest_.from, two ? comma : rest_.to});
-    if (two) corta_operando({comma + 1, rest_.to});
-  }
-
-  /// A number begins with a decimal digit: another text is looked up as a name first.
-  void corta_operando(corte part) {
-    part = ajusta(part);
-    const std::string text = palabra(part);
-    if (!text.empty() && text[0] >= '0' && text[0] <= '9' && ishex(text)) pon(part, parte::numero);
-  }
-
-  QStringView line_;
-  corte rest_;
+  utf8_line line_;
+  line_parts parts_;
   std::vector<trozo> found_;
 };
 
@@ -119,12 +90,26 @@ constexpr std::array<QRgb, partes> puros = {
     0xFF6A7A6A,  // comentario: grey
 };
 constexpr QRgb puro_error = 0xFFD02020;
+constexpr QRgb pure_underline = 0xFFE00070;
 
 }  // namespace
 
 std::vector<trozo> analiza(QStringView line) {
-  if (line.size() > longest_line) return {};
-  return cortador(line).corta();
+  return painter_of_parts(line).parts();
+}
+
+std::vector<odd_part> odd_parts(QStringView line, const name_table& names) {
+  const utf8_line text(line);
+  std::vector<odd_part> found;
+  for (const odd_reading& r : odd_readings(text.text(), names)) {
+    const int start = text.unit(r.where.from);
+    found.push_back({start, text.unit(r.where.to) - start, QString::fromStdString(tip_of(r))});
+  }
+  return found;
+}
+
+std::optional<definition> definition_in(QStringView line) {
+  return definition_in(utf8_line(line).text());
 }
 
 colores_fuente::colores_fuente(const QPalette& palette) {
@@ -137,6 +122,7 @@ colores_fuente::colores_fuente(const QPalette& palette) {
   numero_error = legible(base, sello_error);
   fondo_error = mezcla(sello_error, base, error_share);
   for (std::size_t i = 0; i < partes; ++i) letras[i] = legible(legible(QColor(puros[i]), base), fondo_error);
+  underline = legible(legible(QColor(pure_underline), base), fondo_error);
   fondo_margen = mezcla(text, base, margin_share);
   numero_margen = legible(mezcla(text, base, number_share), fondo_margen);
   numero_actual = legible(text, fondo_margen);

@@ -1,22 +1,29 @@
 // The colours of a source: which parts of a line are label, mnemonic, directive, number and comment, cut as
-// the assembler cuts them, and in which colours they are shown.
+// the assembler cuts them, which operands are read as something else than they look, and in which colours all
+// that is shown.
 //
 //   analiza(u"BUCLE: MOVLW 0F ; cuenta")
 //       -> {0, 6, etiqueta}, {7, 5, mnemonico}, {13, 2, numero}, {16, 8, comentario}
+//   odd_parts(u"X EQU 0x10", names)
+//       -> {6, 4, "EQU lee solo las cifras hexadecimales del principio: se lee como 0."}
 //   const colores_fuente colours(palette);
 //   colours.de(parte::etiqueta)
 //
-// A line needs no other line to be understood. What is a mnemonic is for the instruction table to say, and
-// what a directive for the assembler. Not told: names that nobody defines, and operands that do not fit.
+// To be coloured a line needs no other line. What is a mnemonic is for the instruction table to say, what a
+// directive or an odd operand for the assembler's room. Not told: operands that are read and do not fit.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <QColor>
 #include <QPalette>
+#include <QString>
 #include <QStringView>
+
+#include "asm/odd_readings.h"
 
 namespace estructura {
 
@@ -31,8 +38,23 @@ struct trozo {
   bool operator==(const trozo&) const = default;
 };
 
-/// The parts of one line, from left to right. A line longer than any statement has none.
+/// The parts of one line, from left to right. A line longer than any statement, before its comment, has none,
+/// no odd operands and no definition.
 [[nodiscard]] std::vector<trozo> analiza(QStringView line);
+
+/// An operand to be underlined, in units of the widget's text, and what is to be said of it.
+struct odd_part {
+  int start;
+  int length;
+  QString tip;
+  bool operator==(const odd_part&) const = default;
+};
+
+/// The operands of one line that are read as something else than they look, beside the names of the source.
+[[nodiscard]] std::vector<odd_part> odd_parts(QStringView line, const name_table& names);
+
+/// What a line of the widget's text defines.
+[[nodiscard]] std::optional<definition> definition_in(QStringView line);
 
 /// Every colour of the editor, from the palette's. Each can be read on the text's ground and on that of the
 /// line with the error.
@@ -48,6 +70,7 @@ struct colores_fuente {
   QColor fondo_margen;  ///< ground of the line numbers
   QColor numero_margen;
   QColor numero_actual;  ///< of the line with the caret
+  QColor underline;      ///< of an operand that is read as something else
 };
 
 }  // namespace estructura
