@@ -1,4 +1,5 @@
 // The source editor: its history, its line numbers, the line with the error, its colours, and enormous texts.
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -43,11 +44,9 @@ class editor_readings : public editor {
   std::string underlined(int line) {
     const QString text = fuente().document()->findBlockByNumber(line).text();
     QStringList found;
-    for (const auto& range : formats(line))
-      if (range.format.underlineStyle() == QTextCharFormat::WaveUnderline) {
-        EXPECT_EQ(range.format.underlineColor(), fuente().colores().underline);
-        found << text.mid(range.start, range.length);
-      }
+    paint();
+    for (const auto& range : editor_fuente::underlined(fuente().document()->findBlockByNumber(line)))
+      found << text.mid(range.start, range.length);
     return found.join(' ').toStdString();
   }
   void caret_at(int line, int column) {
@@ -96,6 +95,30 @@ TEST_F(editor_readings, underline_what_is_read_as_something_else) {
   EXPECT_EQ(underlined(3), "F");
   EXPECT_EQ(underlined(4), "12");
   EXPECT_EQ(underlined(5), "");
+}
+
+TEST_F(editor_readings, draw_the_line_below_the_operand_alone) {
+  carga("X EQU 0x10\nX EQU 10\n");
+  paint();
+  const QImage shown = fuente().viewport()->grab().toImage();
+  const auto marked = [&](int line, int from, int to) {
+    QTextCursor start(fuente().document()->findBlockByNumber(line));
+    start.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, from);
+    QTextCursor end = start;
+    end.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, to - from);
+    const QRect place = fuente().cursorRect(start).united(fuente().cursorRect(end));
+    const QColor colour = fuente().colores().underline;
+    int pixels = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+      for (int x = place.left(); x <= place.right(); ++x) {
+        const QColor pixel = shown.pixelColor(x, y);
+        if (std::abs(pixel.hue() - colour.hue()) < 10 && pixel.saturation() > 100) ++pixels;
+      }
+    return pixels;
+  };
+  EXPECT_GT(marked(0, 6, 10), 10);
+  EXPECT_EQ(marked(0, 0, 5), 0);
+  EXPECT_EQ(marked(1, 6, 8), 0);
 }
 
 TEST_F(editor_readings, follow_the_names_of_the_whole_source) {

@@ -28,6 +28,8 @@ namespace {
 constexpr int uncoloured = -1;
 /// Where it is worth the memory to keep a line's letters in place.
 constexpr int long_line = 2000;
+/// The property of a stretch of letters that is to be underlined.
+constexpr int odd_operand = QTextFormat::UserProperty;
 /// Digits that the numbers have room for from the start.
 constexpr int least_digits = 3;
 
@@ -175,8 +177,7 @@ void editor_fuente::colorea(QTextBlock& line) {
   }
   for (const odd_part& part : odd_parts(line.text(), *names_)) {
     QTextCharFormat format;
-    format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-    format.setUnderlineColor(colours_.underline);
+    format.setProperty(odd_operand, true);
     formats.push_back({part.start, part.length, format});
   }
   if (formats == layout.formats()) return;
@@ -197,6 +198,7 @@ void editor_fuente::colorea_lo_visible() {
 void editor_fuente::paintEvent(QPaintEvent* event) {
   colorea_lo_visible();
   QPlainTextEdit::paintEvent(event);
+  underline_odd_operands();
 }
 
 // --- operands that are read as something else ---
@@ -207,6 +209,43 @@ QString editor_fuente::tip_at(int position) const {
   for (const odd_part& part : odd_parts(line.text(), *names_))
     if (at >= part.start && at <= part.start + part.length) return part.tip;
   return {};
+}
+
+QList<QTextLayout::FormatRange> editor_fuente::underlined(const QTextBlock& line) {
+  QList<QTextLayout::FormatRange> ranges = line.layout()->formats();
+  ranges.removeIf(
+      [](const QTextLayout::FormatRange& range) { return !range.format.boolProperty(odd_operand); });
+  return ranges;
+}
+
+/// Drawn here, since the toolkit's own wavy line is a faint one.
+void editor_fuente::underline_odd_operands() {
+  QPainter painter(viewport());
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr qreal least_width = 1.3;
+  painter.setPen(QPen(colours_.underline, std::max(least_width, fontMetrics().height() / 12.0)));
+  const int bottom = viewport()->height();
+  for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+    const QPointF corner = blockBoundingGeometry(line).translated(contentOffset()).topLeft();
+    if (corner.y() > bottom) break;
+    for (const QTextLayout::FormatRange& range : underlined(line))
+      underline(painter, corner, *line.layout(), range);
+  }
+}
+
+void editor_fuente::underline(QPainter& painter, const QPointF& corner, const QTextLayout& layout,
+                              const QTextLayout::FormatRange& range) {
+  const QTextLine row = layout.lineForTextPosition(range.start);
+  if (!row.isValid()) return;
+  const qreal left = row.cursorToX(range.start);
+  const qreal right = row.cursorToX(range.start + range.length);
+  // No lower than the letters reach: what lies below is another line's, and is painted with that.
+  const qreal height = std::max(2.0, row.descent() - painter.pen().widthF());
+  const qreal top = row.y() + row.ascent() + row.descent() - height - painter.pen().widthF() / 2;
+  QPolygonF zigzag;
+  bool down = false;
+  for (qreal x = left; x < right; x += height, down = !down) zigzag << QPointF(x, down ? top + height : top);
+  painter.drawPolyline(zigzag.translated(corner));
 }
 
 namespace {

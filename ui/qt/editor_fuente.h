@@ -14,6 +14,7 @@
 #include <memory>
 
 #include <QPlainTextEdit>
+#include <QTextLayout>
 
 #include "ui/qt/resaltado.h"
 
@@ -34,6 +35,8 @@ class editor_fuente final : public QPlainTextEdit {
   [[nodiscard]] const colores_fuente& colores() const { return colours_; }
   /// What is said of the operand at a position of the text, its end included; empty where nothing is.
   [[nodiscard]] QString tip_at(int position) const;
+  /// The stretches of a line that are underlined, as it was last painted.
+  [[nodiscard]] static QList<QTextLayout::FormatRange> underlined(const QTextBlock& line);
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -51,6 +54,9 @@ class editor_fuente final : public QPlainTextEdit {
   void colorea(QTextBlock& line);
   void descolorea(int position, int added);
   void note_name(QTextBlock& line);
+  void underline_odd_operands();
+  static void underline(QPainter& painter, const QPointF& corner, const QTextLayout& layout,
+                        const QTextLayout::FormatRange& range);
   bool show_tip(const QPoint& place);
   void show_tip_at_caret();
   void describe_caret();

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <QByteArray>
 #include <QString>
 
 #include "asm/ensamblador.h"
@@ -26,16 +27,18 @@ class utf8_line {
     const qsizetype semicolon = line.indexOf(QLatin1Char(';'));
     const qsizetype code = semicolon < 0 ? line.size() : semicolon;
     if (code > longest_code) return;
-    text_ = line.toUtf8().toStdString();
-    ascii_ = text_.size() == static_cast<std::size_t>(line.size());
+    text_ = line.toUtf8();
+    ascii_ = text_.size() == line.size();
   }
 
-  [[nodiscard]] const std::string& text() const { return text_; }
+  [[nodiscard]] std::string_view text() const {
+    return {text_.constData(), static_cast<std::size_t>(text_.size())};
+  }
   [[nodiscard]] int unit(std::size_t byte) const {
     if (ascii_) return static_cast<int>(byte);
     int units = 0;
-    for (std::size_t i = 0; i < byte; ++i) {
-      const auto value = static_cast<unsigned char>(text_[i]);
+    for (const char c : text().substr(0, byte)) {
+      const auto value = static_cast<unsigned char>(c);
       // The first byte of a letter counts it; one of four bytes takes two units.
       if ((value & 0xC0U) != 0x80U) units += value >= 0xF0U ? 2 : 1;
     }
@@ -43,7 +46,7 @@ class utf8_line {
   }
 
  private:
-  std::string text_;
+  QByteArray text_;
   bool ascii_ = false;
 };
 
