@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "asm/odd_readings.h"
 #include "common/texto.h"
 #include "tests/apoyo/carpeta_temporal.h"
 #include "tests/guion/palabras.h"
@@ -62,6 +63,21 @@ TEST(examples, are_what_their_guiones_run) {
     const script_copies copies = copies_in(name);
     EXPECT_EQ(copies.source, lee(examples + name + ".asm")) << name;
     EXPECT_EQ(copies.hex, lee(examples + name + ".hex")) << name;
+  }
+}
+
+TEST(examples, hold_no_operand_that_is_read_as_something_else) {
+  for (const std::string& name : names_in(examples, ".asm")) {
+    std::istringstream text(lee(examples + name + ".asm"));
+    std::vector<std::string> lines;
+    name_table names;
+    for (std::string line; std::getline(text, line);) {
+      lines.push_back(line.substr(0, line.find('\r')));
+      if (const auto made = definition_in(lines.back())) names.add(*made);
+    }
+    EXPECT_FALSE(names.empty()) << name;
+    for (const std::string& line : lines)
+      EXPECT_TRUE(odd_readings(line, names).empty()) << name << ": " << line;
   }
 }
 

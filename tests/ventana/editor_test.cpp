@@ -186,6 +186,12 @@ TEST_F(editor_readings, tell_what_is_read_at_the_caret_by_key_and_to_a_screen_re
   caret_at(0, 8);
   EXPECT_EQ(description(), plain + " " + as_zero);
   EXPECT_EQ(tip_by_key(), as_zero);
+  // Another family of devices has the descriptions given anew.
+  at<QWidget>(id::PIC).setFocus();
+  record.pick(id::PIC, "12C508");
+  window.actualiza();
+  fuente().setFocus();
+  EXPECT_EQ(description(), plain + " " + as_zero);
   caret_at(1, 6);
   EXPECT_EQ(description(), plain);
   EXPECT_EQ(tip_by_key(), "");

@@ -291,11 +291,17 @@ bool editor_fuente::viewportEvent(QEvent* event) {
 
 void editor_fuente::describe_caret() {
   const QString tip = tip_at(textCursor().position());
-  if (tip == caret_tip_.mid(1)) return;
+  // The description itself is given from outside, and may have been given anew.
   QString description = accessibleDescription();
   if (!caret_tip_.isEmpty() && description.endsWith(caret_tip_)) description.chop(caret_tip_.size());
   caret_tip_ = tip.isEmpty() ? tip : QLatin1Char(' ') + tip;
-  setAccessibleDescription(description + caret_tip_);
+  // Each setting is told to whoever listens, be it the same text.
+  if (description + caret_tip_ != accessibleDescription()) setAccessibleDescription(description + caret_tip_);
+}
+
+void editor_fuente::focusInEvent(QFocusEvent* event) {
+  QPlainTextEdit::focusInEvent(event);
+  describe_caret();
 }
 
 // --- the line with the error ---

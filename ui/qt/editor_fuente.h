@@ -41,6 +41,7 @@ class editor_fuente final : public QPlainTextEdit {
  protected:
   void changeEvent(QEvent* event) override;
   [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
