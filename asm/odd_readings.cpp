@@ -129,8 +129,8 @@ class reader {
     const auto bit = value_text(op.text);
     if (!bit) return;
     const int word = encodeins(mnemonic_ + " " + file + "," + *bit);
-    if (word != no_instruction && (word > highest_word || row_of(word).code != row.code))
-      note(op.where, odd::other_instruction, word);
+    // What spills beyond 12 bits has other ones below them, too.
+    if (word != no_instruction && row_of(word).code != row.code) note(op.where, odd::other_instruction, word);
   }
 
   // The operand as the encoder gets it; nothing for a label or an unknown name.
@@ -140,8 +140,6 @@ class reader {
     if (!known || !known->value) return std::nullopt;
     return symbol_text(*known->value);
   }
-
-  static constexpr int highest_word = 0xFFF;
 
   std::string_view line_;
   line_parts parts_;
