@@ -58,7 +58,8 @@ enum class op : std::uint8_t {
   movlw,
   iorlw,
   andlw,
-  xorlw
+  xorlw,
+  stop  ///< no instruction: where a run that decodes ahead has to stop
 };
 
 /// What stands behind the mnemonic.
@@ -176,9 +177,10 @@ constexpr std::array<op, 4096> make_op_index() {
   return ops;
 }
 
-inline constexpr std::array<op, 4096> op_index = make_op_index();
-
 }  // namespace detail
+
+/// What each word 0..4095 does; most are looked up once a step.
+inline constexpr std::array<op, 4096> op_index = detail::make_op_index();
 
 /// The row of a word 0..4095; only the low 12 bits are looked at.
 constexpr const instruction& row_of(int word) {

@@ -1,17 +1,18 @@
-// Timer0 with its prescaler, the T0CKI input, and the watchdog. Everything counts in instruction cycles.
+// Timer0 with its prescaler, the T0CKI input, and the watchdog's count. Everything counts in instruction
+// cycles.
 //
 //   chip.cpu.option = 0x02;      // prescaler of TMR0, ratio 8
 //   tmrtick(chip);               // eight of these advance TMR0 by one
+//   tmrticks(chip, 8);           // so does this
 //
 // The prescaler compares for equality: a ratio lowered below the count stalls TMR0 until it is written or the
 // chip is powered on; a count past 32767 is a fault.
 #pragma once
 
-#include "common/checked.h"
+#include <cstdint>
+
 #include "core/chipstate.h"
 #include "core/datos.h"
-#include "core/pantalla.h"
-#include "core/resets.h"
 
 namespace estructura {
 
@@ -24,49 +25,28 @@ constexpr int prescratio(const chipstate& chip, int which) {
   return to_watchdog ? 1 << ps : 1;
 }
 
-namespace detail {
-
-// TMR0 advances when the count meets the ratio; whether it did.
-inline bool carry_prescaler(chipstate& chip) {
-  if (chip.prescount != prescratio(chip, 1)) return false;
-  chip.regs[reg_tmr0] = static_cast<std::int16_t>((chip.regs[reg_tmr0] + 1) & 255);
-  chip.prescount = 0;
-  return true;
+/// The watchdog's divisor as a power of two, 0..7.
+constexpr int watchdog_divisor(const chipstate& chip) {
+  return getbit(chip.cpu.option, option_psa) != 0 ? chip.cpu.option & 7 : 0;
 }
-
-}  // namespace detail
 
 /// One instruction cycle for the prescaler and TMR0.
-inline void tmrtick(chipstate& chip) {
-  if (getbit(chip.cpu.option, option_t0cs) == 0) {
-    chip.prescount = checked16(chip.prescount + 1);
-  } else {
-    if (chip.tockifreq == 0) return;
-    if (!chip.sleeping) {
-      chip.tockicount = checked16(chip.tockicount + 1);
-      if (chip.tockicount >= chip.tockiperiod) {
-        chip.tockicount = 0;
-        chip.prescount = checked16(chip.prescount + 1);
-      }
-    }
-  }
-  detail::carry_prescaler(chip);
-}
+void tmrtick(chipstate& chip);
+
+/// How many ticks may come before one that `tmrticks` does not foresee: a fault, or the edge of a stall.
+/// `unforeseen_never` when there is none in sight.
+std::int64_t ticks_foreseen(const chipstate& chip);
+inline constexpr std::int64_t unforeseen_never = std::int64_t{1} << 62;
+
+/// So many ticks of a waking chip at once, at most `ticks_foreseen`; TMR0 and its counts end as they do after
+/// as many calls of `tmrtick`.
+void tmrticks(chipstate& chip, std::int64_t count);
 
 /// One edge on T0CKI made by hand; true when TMR0 advanced. A sleeping chip does not see it.
-inline bool tocki_pulse(chipstate& chip) {
-  if (chip.sleeping) return false;
-  chip.prescount = checked16(chip.prescount + 1);
-  return detail::carry_prescaler(chip);
-}
+bool tocki_pulse(chipstate& chip);
 
-/// The watchdog's time-out check after an executed instruction: a box, then a reset that shows /TO = 0.
-inline void wdtcal(chipstate& chip, pantalla& view) {
-  if (chip.sleeping || chip.wdtcount < chip.wdtlimit) [[likely]]
-    return;
-  chip.wdtcount = 0;
-  view.warn_watchdog();
-  resetchip(chip, chip.pdlatch, 0, chip.gpwuflatch);
-}
+/// The watchdog's check after an executed instruction; true when it has run out, with its count back at 0. A
+/// reset follows.
+[[nodiscard]] bool wdtcal(chipstate& chip);
 
 }  // namespace estructura

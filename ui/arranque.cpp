@@ -5,7 +5,6 @@
 #include "common/texto.h"
 #include "core/dispositivos.h"
 #include "core/resets.h"
-#include "core/step.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -24,7 +23,7 @@ void Estructura::load() {
   show_device();
   listaprog();
   resetchip(chip_, 1, 1, 0);
-  regen(chip_, *this);
+  runner_.regen();
   show_pc();
   hex_.modified = false;
   asm_.modified = false;

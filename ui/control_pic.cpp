@@ -4,10 +4,8 @@
 
 #include "common/checked.h"
 #include "common/numero.h"
-#include "core/carrera.h"
 #include "core/datos.h"
 #include "core/resets.h"
-#include "core/step.h"
 #include "core/timer.h"
 #include "ui/estructura.h"
 
@@ -21,13 +19,13 @@ constexpr std::string_view stop_caption = "&Parar";
 }  // namespace
 
 void Estructura::show_pc() {
-  choose_program_row(chip_.cpu.pc, chip_.devmodel.progmask);
+  runner_.seen().arrive(chip_.cpu.pc, chip_.devmodel.progmask);
 }
 
 // --- Run ---
 
 void Estructura::eje1_Click(int) {
-  step(chip_, *this);
+  runner_.step();
 }
 
 void Estructura::ejecutar_Click(int) {
@@ -52,7 +50,7 @@ void Estructura::ejecutar_Click(int) {
     bool& flag_;
   };
   const on_stack loop(run_on_stack_);
-  ejecuta(chip_, *this);
+  runner_.run();
 }
 
 void Estructura::stop_run() {
@@ -91,20 +89,20 @@ void Estructura::por_Click(int) {
   // On a 12C50x the frequency stays closed, even with the external clock, until its box is clicked again.
   at(id::FREC).set_enabled(chip_.devmodel.is16c5x);
   power_on(chip_);
-  regen(chip_, *this);
+  runner_.regen();
   show_pc();
   pintamapa();
 }
 
 void Estructura::MCLR_Click(int) {
   mclr_reset(chip_);
-  regen(chip_, *this);
+  runner_.regen();
   show_pc();
 }
 
 void Estructura::WDT_Click(int) {
   wdt_reset(chip_);
-  regen(chip_, *this);
+  runner_.regen();
   show_pc();
 }
 
@@ -134,12 +132,14 @@ void Estructura::CMCLR_Click(int) {
 void Estructura::fext_Click(int) {
   const bool pins_are_oscillator = at(id::fext).value();
   at(id::FREC).set_enabled(pins_are_oscillator);
+  // The internal oscillator runs at 4 MHz, whatever was typed for the external one.
+  if (!pins_are_oscillator) at(id::FREC).set_text("4000");
   at(id::PB, 4).set_visible(!pins_are_oscillator);
   at(id::PB, 5).set_visible(!pins_are_oscillator);
 }
 
 void Estructura::TOCKI_Click(int) {
-  if (tocki_pulse(chip_)) regen(chip_, *this);
+  if (tocki_pulse(chip_)) runner_.regen();
 }
 
 void Estructura::FR_Change(int) {
@@ -166,13 +166,13 @@ void Estructura::FR_Change(int) {
 // --- Pins ---
 
 void Estructura::PA_Click(int bit) {
-  pin_click(chip_, *this, 0, bit, at(id::PA, bit).value());
+  runner_.pin_click(0, bit, at(id::PA, bit).value());
 }
 void Estructura::PB_Click(int bit) {
-  pin_click(chip_, *this, 1, bit, at(id::PB, bit).value());
+  runner_.pin_click(1, bit, at(id::PB, bit).value());
 }
 void Estructura::PC_Click(int bit) {
-  pin_click(chip_, *this, 2, bit, at(id::PC, bit).value());
+  runner_.pin_click(2, bit, at(id::PC, bit).value());
 }
 
 }  // namespace estructura

@@ -7,7 +7,6 @@
 #include "common/fallo.h"
 #include "common/numero.h"
 #include "common/texto.h"
-#include "core/step.h"
 #include "files/fuente.h"
 
 namespace estructura {
@@ -124,13 +123,15 @@ void Estructura::raised(control& source, event what) {
 void Estructura::touched(control& source) {
   switch (source.which()) {
     case id::FREC:
-    case id::FR: env.set_frequencies(valdec(at(id::FREC).text()), valdec(at(id::FR).text())); break;
+    case id::FR: in_.set_frequencies(valdec(at(id::FREC).text()), valdec(at(id::FR).text())); break;
     case id::WATCHDOG:
-      env.config_open = source.enabled();
-      env.watchdog_on = source.value();
+      runner_.requests().configuration_open = source.enabled();
+      in_.watchdog_on = source.value();
       break;
     case id::INS:
-    case id::codop: env.entry_shown = !at(id::INS).text().empty() || !at(id::codop).text().empty(); break;
+    case id::codop:
+      runner_.requests().entry_shown = !at(id::INS).text().empty() || !at(id::codop).text().empty();
+      break;
     default: break;
   }
   if (focus_.which != id::none && !usable(focus_.which, focus_.index)) leave_withdrawn_focus();
@@ -149,8 +150,9 @@ bool takes_focus(kind k) {
 void Estructura::move_focus(focus_place place) {
   if (place == focus_) return;
   const focus_place left = std::exchange(focus_, place);
-  env.focus_at_stake = place.which == id::PA || place.which == id::PB || place.which == id::PC ||
-                       place.which == id::FR || place.which == id::TOCKI;
+  runner_.requests().focus_at_stake = place.which == id::PA || place.which == id::PB ||
+                                      place.which == id::PC || place.which == id::FR ||
+                                      place.which == id::TOCKI;
   if (left.which != id::none) raised(at(left.which, left.index), event::lostfocus);
   if (place.which != id::none && place == focus_) raised(at(place.which, place.index), event::gotfocus);
 }
@@ -190,7 +192,7 @@ void Estructura::through_the_door(Action action) {
     action();
   } catch (const fallo&) {
     // The views show the state as the fault left it.
-    due.views = true;
+    runner_.seen().refreshed = true;
     fault();
   }
   bring_up_to_date();
@@ -369,16 +371,18 @@ void Estructura::close_request() {
 // --- Looking ---
 
 void Estructura::settle_row() {
-  if (!std::exchange(due.row, false)) return;
+  trail& seen = runner_.seen();
+  if (!std::exchange(seen.arrived, false)) return;
   control& list = at(id::MP);
-  if (due.clicked >= 0) list.choose_row(std::exchange(due.clicked, std::int16_t{-1}));
+  if (seen.inner >= 0) list.choose_row(std::exchange(seen.inner, std::int16_t{-1}));
   // An address that was left and met again has changed twice, though its text is the same.
-  if (std::exchange(due.moved, false)) direc_Change(0);
-  if (!due.row_in_list) list.choose_row(-1);
+  if (std::exchange(seen.moved, false)) direc_Change(0);
+  if (!seen.inside) list.choose_row(-1);
 }
 
 void Estructura::settle_marker() {
-  const int marker = due.marker_drawn ? due.marker : -1;
+  const trail& seen = runner_.seen();
+  const int marker = seen.marked ? seen.marker : -1;
   if (map_.marker == marker) return;
   map_.marker = marker;
   ++map_.changes;
@@ -387,7 +391,7 @@ void Estructura::settle_marker() {
 void Estructura::settle() {
   settle_row();
   settle_marker();
-  if (std::exchange(due.views, false)) show_views();
+  if (std::exchange(runner_.seen().refreshed, false)) show_views();
 }
 
 void Estructura::bring_up_to_date() {
@@ -419,7 +423,7 @@ chipstate& Estructura::poke() {
 }
 
 void Estructura::refresh() {
-  through_the_door([&] { regen(chip_, *this); });
+  through_the_door([&] { runner_.regen(); });
 }
 
 }  // namespace estructura

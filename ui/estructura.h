@@ -21,10 +21,10 @@
 #include "common/bounded_array.h"
 #include "common/fichero.h"
 #include "core/chipstate.h"
-#include "core/pantalla.h"
 #include "ui/anfitrion.h"
 #include "ui/control.h"
 #include "ui/controles.h"
+#include "ui/run_control.h"
 
 namespace estructura {
 
@@ -53,7 +53,7 @@ struct focus_place {
   bool operator==(const focus_place&) const = default;
 };
 
-class Estructura final : public pantalla, private event_sink {
+class Estructura final : private run_listener, private event_sink {
  public:
   explicit Estructura(anfitrion& host);
   Estructura(const Estructura&) = delete;
@@ -122,10 +122,10 @@ class Estructura final : public pantalla, private event_sink {
   friend struct handler_table;
   using handler = void (Estructura::*)(int index);
 
-  // pantalla: what the machine asks for.
+  // run_listener: what running the machine asks for.
   void lock_configuration() override;
   void clear_entry() override;
-  void foresee_warning() override { settle(); }
+  void show_whole_step() override { settle(); }
   void warn_watchdog() override;
   void guard_focus() override;
   void click_ejecutar() override { ejecutar_Click(0); }
@@ -186,6 +186,7 @@ class Estructura final : public pantalla, private event_sink {
   // Run control, clocks, resets and pins (control_pic.cpp).
   void show_watchdog_count();
   void show_pc();
+  void erase_marker() { runner_.seen().marked = false; }
   void eje1_Click(int);
   void ejecutar_Click(int);
   void stop_run();
@@ -254,6 +255,8 @@ class Estructura final : public pantalla, private event_sink {
 
   anfitrion& host_;
   chipstate chip_;
+  inputs in_;
+  run_control runner_{chip_, in_, *this};
   std::vector<control> controls_;
   std::array<int, id_count> first_member_{};
   map_view map_;

@@ -13,7 +13,6 @@
 #include "common/numero.h"
 #include "common/texto.h"
 #include "core/datos.h"
-#include "core/step.h"
 #include "core/timer.h"
 #include "ui/estructura.h"
 #include "ui/formato.h"
@@ -116,7 +115,7 @@ bool Estructura::opened_by_refresh(id which, int index) const {
   const core_registers& cpu = chip_.cpu;
   switch (which) {
     case id::FR: return timer_counts_pulses();
-    case id::TOCKI: return timer_counts_pulses() && !env.fr_set;
+    case id::TOCKI: return timer_counts_pulses() && !in_.pulse_train;
     case id::PA: return getbit(cpu.trisa, index) == 1;
     case id::PB: return getbit(cpu.trisb, index) == 1;
     default: return getbit(cpu.trisc, index) == 1;
@@ -142,9 +141,10 @@ void Estructura::show_pins() {
       at(port, i).show_value(getbit(pins, i) == 1);
     }
   };
-  if (chip_.devmodel.is16c5x) show(id::PA, 4, env.boxes[0]);
-  show(id::PB, 8, env.boxes[1]);
-  if (chip_.devmodel.hasportc) show(id::PC, 8, env.boxes[2]);
+  const auto& boxes = in_.pin_boxes;
+  if (chip_.devmodel.is16c5x) show(id::PA, 4, boxes[0]);
+  show(id::PB, 8, boxes[1]);
+  if (chip_.devmodel.hasportc) show(id::PC, 8, boxes[2]);
 }
 
 // --- Editing ---
@@ -270,7 +270,7 @@ void Estructura::entrardat_Click(int) {
   at(id::dat).set_text("");
   at(id::dat).set_enabled(false);
   normregs(chip_);
-  regen(chip_, *this);
+  runner_.regen();
 }
 
 }  // namespace estructura

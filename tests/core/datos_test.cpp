@@ -15,6 +15,8 @@ using apoyo::differences;
 using apoyo::expected_device;
 using apoyo::expected_devices;
 using apoyo::machine;
+using apoyo::readreg;
+using apoyo::writereg;
 
 std::string at(const expected_device& device, int f, int fsr) {
   return std::string(device.name) + ", f " + std::to_string(f) + ", FSR " + std::to_string(fsr);
@@ -53,7 +55,8 @@ TEST(pagebits, are_STATUS_5_and_6_as_far_as_program_memory_reaches) {
     chipstate chip = machine(device.name);
     for (int status = 0; status < 256; ++status) {
       chip.regs[reg_status] = word(status);
-      EXPECT_EQ(pagebits(chip), page_of(device, status)) << device.name << ", STATUS " << status;
+      EXPECT_EQ(pagebits(chip.devmodel, chip.regs[reg_status]), page_of(device, status))
+          << device.name << ", STATUS " << status;
     }
   }
 }

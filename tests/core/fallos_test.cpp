@@ -27,6 +27,7 @@ struct row {
   std::function<void(chipstate&)> before;
   std::function<void(chipstate&)> at_the_fault;
   bool marker_erased = true;
+  bool watchdog_on = false;
 };
 
 void fetched(chipstate& chip) {
@@ -49,7 +50,7 @@ const std::vector<row> rows = {
        counted(c);
        c.cpu.w = 0x77;
      }},
-    {"the tick of a second cycle faults before the jump", 0xA20,
+    {"the tick of a second cycle faults with the jump made and PCL not yet loaded", 0xA20,
      [](chipstate& c) {
        c.cpu.option = 0x00;
        c.prescount = 32767;
@@ -58,6 +59,7 @@ const std::vector<row> rows = {
        fetched(c);
        counted(c);
        counted(c);
+       c.cpu.pc = 0x020;
      }},
     {"the T0CKI count faults past 32767", 0x000,
      [](chipstate& c) {
@@ -86,7 +88,8 @@ const std::vector<row> rows = {
      [](chipstate& c) {
        fetched(c);
        ++c.cycles;
-     }},
+     },
+     true, true},
     {"the first cycle after a reset can fault before the fetch", 0x000,
      [](chipstate& c) {
        c.wdtcount = most32;
@@ -96,7 +99,7 @@ const std::vector<row> rows = {
        c.firststep = false;
        ++c.cycles;
      },
-     false},
+     false, true},
     {"the cycle counter faults past 31 bits", 0x000, [](chipstate& c) { c.cycles = most32; }, fetched},
     {"the cycle of a computed jump faults with PCL written", 0x022,
      [](chipstate& c) { c.cycles = most32 - 1; },
@@ -120,10 +123,34 @@ TEST(step, faults_where_its_row_says_and_leaves_the_state_of_the_fault) {
     chipstate wanted = chip;
     r.at_the_fault(wanted);
     quiet view;
-    view.due.marker_drawn = true;
+    view.seen.marked = true;
+    view.in.watchdog_on = r.watchdog_on;
     EXPECT_TRUE(apoyo::faults([&] { step(chip, view); })) << r.rule;
     EXPECT_EQ(differences(wanted, chip), "") << r.rule;
-    EXPECT_EQ(view.due.marker_drawn, !r.marker_erased) << r.rule;
+    EXPECT_EQ(view.seen.marked, !r.marker_erased) << r.rule;
+  }
+}
+
+TEST(step, lets_the_count_of_a_watchdog_that_is_off_stand_still_at_its_greatest_value) {
+  struct still {
+    const char* rule;
+    int word;
+    std::int32_t before, after;
+  };
+  const std::vector<still> cases = {{"NOP", 0x000, most32, most32},
+                                    {"NOP up to it", 0x000, most32 - 1, most32},
+                                    {"GOTO past it", 0xA20, most32 - 1, most32},
+                                    {"MOVWF PCL past it", 0x022, most32 - 1, most32},
+                                    {"CLRWDT from it", 0x004, most32, 0},
+                                    {"SLEEP from it", 0x003, most32, 0}};
+  for (const still& c : cases) {
+    chipstate chip = machine("16C57");
+    chip.progmem[0x010] = static_cast<std::uint16_t>(c.word);
+    chip.wdtcount = c.before;
+    quiet view;
+    EXPECT_FALSE(apoyo::faults([&] { step(chip, view); })) << c.rule;
+    EXPECT_EQ(chip.wdtcount, c.after) << c.rule;
+    EXPECT_EQ(view.warnings, 0) << c.rule;
   }
 }
 
@@ -149,8 +176,8 @@ TEST(regen, faults_where_a_period_does_not_fit_32_bits) {
     chipstate chip = machine("16C57");
     chip.cpu.option = 0x2F;
     quiet view;
-    view.env.watchdog_on = true;
-    view.env.set_frequencies(c.frec, c.fr);
+    view.in.watchdog_on = true;
+    view.in.set_frequencies(c.frec, c.fr);
     EXPECT_EQ(apoyo::faults([&] { regen(chip, view); }), c.fault) << "FREC " << c.frec << ", FR " << c.fr;
   }
 }
@@ -165,7 +192,7 @@ TEST(regen, takes_a_period_up_to_the_very_edge_of_32_bits) {
     chipstate chip = machine("16C57");
     chip.cpu.option = 0x20;
     quiet view;
-    view.env.set_frequencies(e.cycles, 250);
+    view.in.set_frequencies(e.cycles, 250);
     EXPECT_EQ(apoyo::faults([&] { regen(chip, view); }), e.fault) << e.cycles;
     if (!e.fault) {
       EXPECT_EQ(chip.tockiperiod, e.cycles);

@@ -15,6 +15,7 @@ namespace estructura {
 namespace {
 
 using apoyo::differences;
+using apoyo::execinst;
 using apoyo::expected_device;
 using apoyo::expected_devices;
 using apoyo::machine;

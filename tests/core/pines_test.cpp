@@ -52,9 +52,9 @@ TEST(regen, lets_the_outputs_of_every_present_port_follow_their_latches) {
         ASSERT_EQ(chip.pina, a) << where;
         ASSERT_EQ(chip.pinb, b) << where;
         ASSERT_EQ(chip.pinc, c) << where;
-        ASSERT_EQ(view.env.boxes[0], a) << where;
-        ASSERT_EQ(view.env.boxes[1], b) << where;
-        ASSERT_EQ(view.env.boxes[2], c) << where;
+        ASSERT_EQ(view.in.pin_boxes[0], a) << where;
+        ASSERT_EQ(view.in.pin_boxes[1], b) << where;
+        ASSERT_EQ(view.in.pin_boxes[2], c) << where;
       }
 }
 
@@ -68,7 +68,7 @@ TEST(step, that_writes_an_output_port_is_read_back_as_written) {
   show_pins_of(chip, view);
   step(chip, view);
   EXPECT_EQ(chip.pinb, 0x55);
-  EXPECT_EQ(view.env.boxes[1], 0x55);
+  EXPECT_EQ(view.in.pin_boxes[1], 0x55);
   chip.cpu.w = 0;
   step(chip, view);
   EXPECT_EQ(chip.cpu.w, 0x55);
@@ -102,8 +102,8 @@ TEST(pin_click, sets_or_clears_the_bit_of_its_port_and_refreshes) {
         pins = word16(on ? 1 << bit : 255 - (1 << bit));
         pin_click(chip, view, port, bit, on);
         EXPECT_EQ(differences(wanted, chip), "") << port << "(" << bit << ")";
-        EXPECT_EQ(view.env.boxes[port], pins) << port << "(" << bit << ")";
-        EXPECT_TRUE(view.due.views);
+        EXPECT_EQ(view.in.pin_boxes[port], pins) << port << "(" << bit << ")";
+        EXPECT_TRUE(view.seen.refreshed);
       }
 }
 
@@ -139,7 +139,7 @@ TEST(pin_click, on_GP0_GP1_or_GP3_wakes_a_sleeping_12C50x_unless_OPTION_7_forbid
         chip.regs[reg_6] = word16(on ? 1 << r.bit : 0x3F - (1 << r.bit));
         quiet view;
         show_pins_of(chip, view);
-        view.env.boxes[1] = static_cast<std::uint8_t>(chip.regs[reg_6]);
+        view.in.pin_boxes[1] = static_cast<std::uint8_t>(chip.regs[reg_6]);
         pin_click(chip, view, 1, r.bit, on);
         const std::string where = std::string(r.device) + ", bit " + std::to_string(r.bit) + ", OPTION " +
                                   std::to_string(r.option) + (on ? ", on" : ", off");
@@ -147,8 +147,8 @@ TEST(pin_click, on_GP0_GP1_or_GP3_wakes_a_sleeping_12C50x_unless_OPTION_7_forbid
         EXPECT_EQ(chip.gpwuflatch, r.wakes ? 1 : 0) << where;
         EXPECT_EQ(chip.cpu.pc, r.wakes ? chip.devmodel.progmask : 0x010) << where;
         EXPECT_EQ(chip.regs[reg_status], r.wakes ? 0x90 : 0x10) << where;
-        EXPECT_EQ(view.due.row, r.wakes) << where;
-        EXPECT_EQ(view.due.clicked, r.wakes ? chip.devmodel.progmask : -1) << where;
+        EXPECT_EQ(view.seen.arrived, r.wakes) << where;
+        EXPECT_EQ(view.seen.inner, r.wakes ? chip.devmodel.progmask : -1) << where;
       }
 }
 
@@ -158,7 +158,7 @@ TEST(pin_click, that_wakes_the_chip_refreshes_after_the_reset) {
   chip.cpu.option = 0x00;
   quiet view;
   show_pins_of(chip, view);
-  view.env.watchdog_on = true;
+  view.in.watchdog_on = true;
   pin_click(chip, view, 1, 0, false);
   EXPECT_FALSE(chip.sleeping);
   // OPTION as reset divides by 128.

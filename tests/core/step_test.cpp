@@ -19,7 +19,6 @@ using apoyo::differences;
 using apoyo::expected_device;
 using apoyo::expected_devices;
 using apoyo::machine;
-using apoyo::noting;
 using apoyo::quiet;
 
 std::int16_t word16(int value) {
@@ -57,11 +56,11 @@ TEST(step, is_the_instruction_the_watchdog_the_timer_and_the_refresh_in_this_ord
   chip.wdtcount = 17'999 - 1;
   chip.prescount = 0;
   chip.regs[reg_status] = 0x78;
-  noting view;
-  view.env.watchdog_on = true;
-  view.env.set_frequencies(4000, 0);
+  quiet view;
+  view.in.watchdog_on = true;
+  view.in.set_frequencies(4000, 0);
   step(chip, view);
-  EXPECT_EQ(view.asked, (std::vector<std::string>{"watchdog"}));
+  EXPECT_EQ(view.warnings, 1);
   // The reset precedes the tick, and OPTION as reset counts T0CKI, of which there is none.
   EXPECT_EQ(chip.cpu.pc, 0x7FF);
   EXPECT_EQ(chip.prescount, 0);
@@ -103,8 +102,8 @@ TEST(step, of_an_unprogrammed_cell_only_moves_on) {
   chipstate chip = at_rest("16C57");
   chip.cpu.option = 0x08;
   chip.wdtcount = 100'000;
-  noting view;
-  view.env.watchdog_on = true;
+  quiet view;
+  view.in.watchdog_on = true;
   chipstate wanted = chip;
   wanted.cpu.pc = 0x011;
   wanted.regs[reg_pcl] = 0x11;
@@ -112,11 +111,11 @@ TEST(step, of_an_unprogrammed_cell_only_moves_on) {
   wanted.regs[reg_5] = 0x05;  // the refresh cuts port A to its four bits
   step(chip, view);
   EXPECT_EQ(differences(wanted, chip), "");
-  EXPECT_TRUE(view.asked.empty());
-  EXPECT_TRUE(view.due.views);
-  EXPECT_EQ(view.due.clicked, 0x011);
-  EXPECT_TRUE(view.due.marker_drawn);
-  EXPECT_EQ(view.due.marker, 0x011);
+  EXPECT_EQ(view.warnings, 0);
+  EXPECT_TRUE(view.seen.refreshed);
+  EXPECT_EQ(view.seen.inner, 0x011);
+  EXPECT_TRUE(view.seen.marked);
+  EXPECT_EQ(view.seen.marker, 0x011);
 }
 
 TEST(step, of_an_unprogrammed_cell_after_a_reset_still_counts_the_first_cycle) {
@@ -133,10 +132,10 @@ TEST(step, of_an_unprogrammed_cell_shows_its_row_before_a_refresh_that_faults) {
     chipstate chip = at_rest("16C57");
     if (programmed) chip.progmem[0x010] = 0x000;
     quiet view;
-    view.env.set_frequencies(4000, 0.0001);
+    view.in.set_frequencies(4000, 0.0001);
     EXPECT_TRUE(apoyo::faults([&] { step(chip, view); }));
-    EXPECT_EQ(view.due.row, !programmed);
-    EXPECT_EQ(view.due.marker_drawn, !programmed);
+    EXPECT_EQ(view.seen.arrived, !programmed);
+    EXPECT_EQ(view.seen.marked, !programmed);
   }
 }
 
@@ -149,12 +148,12 @@ TEST(step, over_the_last_word_of_a_small_device_leaves_its_memory_for_a_step) {
   step(chip, view);
   EXPECT_EQ(chip.cpu.pc, 512);
   EXPECT_EQ(chip.regs[reg_pcl], 0);
-  EXPECT_FALSE(view.due.row_in_list);
+  EXPECT_FALSE(view.seen.inside);
   const std::int32_t cycles = chip.cycles;
   step(chip, view);
   EXPECT_EQ(chip.cpu.pc, 1);
   EXPECT_EQ(chip.cycles, cycles);
-  EXPECT_TRUE(view.due.row_in_list);
+  EXPECT_TRUE(view.seen.inside);
 }
 
 TEST(step, with_a_skip_in_the_last_word_goes_on_at_1) {
@@ -181,32 +180,20 @@ TEST(step, with_a_skip_in_the_last_word_but_one_leaves_pc_behind_the_memory) {
   }
 }
 
-TEST(step, asleep_only_clears_the_entry_and_locks_the_configuration) {
+TEST(step, asleep_only_leaves_a_breakpoint_behind) {
   chipstate chip = at_rest("16C57");
   chip.sleeping = true;
   chip.firststep = true;
   chip.resumebp = true;
-  noting view;
-  view.env.config_open = true;
-  view.env.entry_shown = true;
-  view.due.marker_drawn = true;
+  quiet view;
+  view.seen.marked = true;
   chipstate wanted = chip;
   wanted.resumebp = false;
   step(chip, view);
   EXPECT_EQ(differences(wanted, chip), "");
-  EXPECT_EQ(view.asked, (std::vector<std::string>{"clear", "lock"}));
-  EXPECT_FALSE(view.due.views);
-  EXPECT_FALSE(view.due.row);
-  EXPECT_TRUE(view.due.marker_drawn);
-}
-
-TEST(step, locks_the_configuration_only_while_it_is_open) {
-  chipstate chip = at_rest("16C57");
-  noting view;
-  view.env.config_open = true;
-  step(chip, view);
-  step(chip, view);
-  EXPECT_EQ(view.asked, (std::vector<std::string>{"lock"}));
+  EXPECT_FALSE(view.seen.refreshed);
+  EXPECT_FALSE(view.seen.arrived);
+  EXPECT_TRUE(view.seen.marked);
 }
 
 TEST(step, leaves_a_breakpoint_behind) {

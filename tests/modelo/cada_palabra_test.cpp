@@ -59,8 +59,8 @@ TEST(modelo_device_table, select_device_stores_the_row_of_the_list) {
 /// A field that the walk forgets would never be compared.
 TEST(modelo_fields, every_field_of_the_machine_is_walked) {
   maquina slow;
-  ventana_minima window;
   chipstate chip;
+  ventana_minima window(chip);
   std::memset(static_cast<void*>(&chip), 1, sizeof chip);
   const auto clear = [](const char*, int, const auto&, auto& quick) { quick = {}; };
   each_field(slow, chip, window, clear);

@@ -181,8 +181,8 @@ void call(maquina& m, const campos& c) {
 }
 
 void go_to(maquina& m, const campos& c) {
-  second_cycle(m);
   m.pc = pagebits(m) + c.target;
+  second_cycle(m);
   load_pcl(m);
 }
 

@@ -74,7 +74,9 @@ long readreg(maquina& m, long f) {
 
 void count_cycle(maquina& m) {
   m.cycles = fits32(m.cycles + 1);
-  m.wdtcount = fits32(m.wdtcount + 1);
+  // Off, the watchdog's count stands still at its greatest value; on, it never comes so far unnoticed.
+  const bool stands_still = m.watchdog == 0 && m.wdtcount == 2147483647L;
+  if (!stands_still) m.wdtcount = fits32(m.wdtcount + 1);
 }
 
 void writereg(maquina& m, long f, long tofile, long value) {

@@ -66,6 +66,8 @@ void wdtcal(maquina& m) {
   m.wdtcount = 0;
   m.warnings += 1;
   resetchip(m, m.pdlatch, 0, m.gpwuflatch);
+  regen(m);
+  select_row(m);
 }
 
 // --- Pins

@@ -7,9 +7,7 @@
 #include <type_traits>
 
 #include "common/fallo.h"
-#include "core/carrera.h"
 #include "core/resets.h"
-#include "core/step.h"
 #include "core/timer.h"
 #include "tests/modelo/campos.h"
 
@@ -52,11 +50,11 @@ void ventana_minima::lock_configuration() {
   ++locks;
   const double whole = std::nearbyint(frec);
   if (whole < 32 || whole > 20000) type_frequencies(4000, fr);
-  env.config_open = false;
+  runner.requests().configuration_open = false;
 }
 
 void ventana_minima::clear_entry() {
-  env.entry_shown = false;
+  runner.requests().entry_shown = false;
 }
 
 void ventana_minima::click_ejecutar() {
@@ -68,7 +66,7 @@ void ventana_minima::click_ejecutar() {
 void ventana_minima::type_frequencies(double frec_khz, double fr_hz) {
   frec = frec_khz;
   fr = fr_hz;
-  env.set_frequencies(frec_khz, fr_hz);
+  in.set_frequencies(frec_khz, fr_hz);
 }
 
 pareja::pareja(const maquina& start) {
@@ -146,7 +144,7 @@ void pareja::act_slowly(const acto& one) {
 
 void pareja::act_quickly(const acto& one) {
   switch (one.what) {
-    case accion::paso: estructura::step(chip, window); return;
+    case accion::paso: window.runner.step(); return;
     case accion::carrera:
       window.running_chip = &chip;
       window.on_stop = nullptr;
@@ -155,24 +153,24 @@ void pareja::act_quickly(const acto& one) {
         return 1;
       };
       chip.running = true;
-      ejecuta(chip, window);
+      window.runner.run();
       return;
-    case accion::refresco: estructura::regen(chip, window); return;
-    case accion::pin: estructura::pin_click(chip, window, one.port, one.bit, one.on); return;
+    case accion::refresco: window.runner.regen(); return;
+    case accion::pin: window.runner.pin_click(one.port, one.bit, one.on); return;
     case accion::por:
       power_on(chip);
-      estructura::regen(chip, window);
+      window.runner.regen();
       return;
     case accion::mclr:
       mclr_reset(chip);
-      estructura::regen(chip, window);
+      window.runner.regen();
       return;
     case accion::wdt:
       wdt_reset(chip);
-      estructura::regen(chip, window);
+      window.runner.regen();
       return;
     case accion::pulso:
-      if (tocki_pulse(chip)) estructura::regen(chip, window);
+      if (tocki_pulse(chip)) window.runner.regen();
       return;
   }
 }

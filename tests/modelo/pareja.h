@@ -12,8 +12,9 @@
 #include <string>
 
 #include "core/chipstate.h"
-#include "core/pantalla.h"
+#include "core/inputs.h"
 #include "tests/modelo/modelo.h"
+#include "ui/run_control.h"
 
 namespace estructura::modelo {
 
@@ -29,8 +30,10 @@ struct acto {
 [[nodiscard]] std::string name_of(const acto& one);
 
 /// The window as the quick machine sees it.
-class ventana_minima final : public pantalla {
+class ventana_minima final : public run_listener {
  public:
+  explicit ventana_minima(chipstate& chip) : runner(chip, in, *this) {}
+
   void lock_configuration() override;
   void clear_entry() override;
   void warn_watchdog() override { ++warnings; }
@@ -39,6 +42,8 @@ class ventana_minima final : public pantalla {
 
   void type_frequencies(double frec_khz, double fr_hz);
 
+  inputs in;
+  run_control runner;
   double frec = 4000;
   double fr = 0;
   long locks = 0;
@@ -76,7 +81,7 @@ class pareja {
 
   maquina slow;
   chipstate chip;
-  ventana_minima window;
+  ventana_minima window{chip};
   bool slow_fault = false;
   bool quick_fault = false;
 

@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/carrera.h"
 #include "tests/modelo/cuanto.h"
 #include "tests/modelo/estados.h"
 #include "tests/modelo/reduccion.h"
@@ -88,7 +87,7 @@ class viaje {
     two_.window.running_chip = &two_.chip;
     two_.window.on_cede = [this] { return between_steps(); };
     two_.window.on_stop = [this] { catch_up(); };
-    two_.quickly([this] { ejecuta(two_.chip, two_.window); });
+    two_.quickly([this] { two_.window.runner.run(); });
     if (two_.quick_fault && !two_.slow_fault && shown_.empty()) catch_up();
     look(0, accion::carrera);
     // A fault ends the run as the window ends it.

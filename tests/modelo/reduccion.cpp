@@ -29,7 +29,7 @@ struct numero {
 std::vector<numero> numbers_of(maquina& m) {
   std::vector<numero> all;
   chipstate chip;
-  ventana_minima window;
+  ventana_minima window(chip);
   each_field(m, chip, window, [&all](const char* name, int index, long& value, auto&) {
     all.push_back({index < 0 ? name : std::string(name) + "[" + std::to_string(index) + "]", &value});
   });

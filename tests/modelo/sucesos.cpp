@@ -25,7 +25,7 @@ void store(long& slow, Quick& quick, long value) {
 }
 
 void open_configuration(pareja& two) {
-  store(two.slow.config_open, two.window.env.config_open, 1);
+  store(two.slow.config_open, two.window.runner.requests().configuration_open, 1);
 }
 
 void type_frequencies(pareja& two, double frec, double fr) {
@@ -110,7 +110,7 @@ void type_frec(azar& chance, pareja& two) {
 
 void click_watchdog(azar& /*chance*/, pareja& two) {
   if (two.slow.config_open == 0) return;
-  store(two.slow.watchdog, two.window.env.watchdog_on, 1 - two.slow.watchdog);
+  store(two.slow.watchdog, two.window.in.watchdog_on, 1 - two.slow.watchdog);
   two.act({accion::refresco});
 }
 
@@ -126,7 +126,7 @@ void click_break(azar& chance, pareja& two) {
 void type_instruction(azar& chance, pareja& two) {
   const long address = chance.one_in(2) ? two.slow.pc : chance.below(2048);
   two.set_word(static_cast<int>(address), random_word(chance));
-  store(two.slow.entry_shown, two.window.env.entry_shown, 1);
+  store(two.slow.entry_shown, two.window.runner.requests().entry_shown, 1);
 }
 
 void choose_device(azar& chance, pareja& two) {

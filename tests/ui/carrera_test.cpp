@@ -214,6 +214,34 @@ TEST(run, at_a_breakpoint_shows_its_instruction_and_gives_the_buttons_back) {
   EXPECT_EQ(w.chip().regs[8], 2);
 }
 
+TEST(run, shows_the_last_whole_step_while_it_warns_of_a_time_out) {
+  struct row {
+    const char* rule;
+    int address, word;
+    std::int32_t before_limit;  // cycles that are left
+    const char* pc;
+  };
+  // INCFSZ of the PCL that its own fetch loads with FF: one cycle, one for the skip, one for the jump.
+  for (const row& r : {row{"NOP", 0x050, 0x000, 1, "050"}, row{"INCFSZ PCL", 0x0FE, 0x3E2, 3, "0FE"}}) {
+    ventana w;
+    w.store(r.address, {r.word});
+    w.store(0x7FF, {0xA00 + r.address});
+    w.view.click(id::WATCHDOG);
+    std::string seen;
+    int row_seen = -1;
+    w.desktop.at_box = [&] {
+      seen = w.view.look(id::RE).rows()[0];
+      row_seen = w.view.look(id::MP).row();
+    };
+    w.desktop.at_turn(1, [&] { w.view.poke().wdtcount = w.chip().wdtlimit - r.before_limit; });
+    w.desktop.at_turn(2, [&] { w.view.click(id::ejecutar); });
+    w.view.click(id::ejecutar);
+    EXPECT_EQ(w.desktop.boxes.size(), 1U) << r.rule;
+    EXPECT_EQ(seen, r.pc) << r.rule;
+    EXPECT_EQ(row_seen, r.address) << r.rule;
+  }
+}
+
 TEST(run, warns_of_a_watchdog_time_out_and_carries_on_from_the_reset_vector) {
   ventana w;
   counting(w);
