@@ -97,15 +97,90 @@ const std::vector<std::string_view> delay_lines = {
 // One instruction that jumps to itself: the bare cost of a step.
 const std::vector<std::string_view> tight_lines = {"GOTO 000"};
 
+// Two jumps that are none to themselves.
+const std::vector<std::string_view> jump_lines = {"GOTO 001", "GOTO 000"};
+
+// Codes of a display from a table reached by a computed jump.
+const std::vector<std::string_view> table_lines = {
+    /* 000 */ "MOVLW 00",
+    "TRIS 6",
+    "CLRF 08",
+    /* 003 */ "MOVF 08,W",
+    "CALL 00A",
+    "MOVWF 06",
+    "INCF 08",
+    "BCF 08,3",
+    "GOTO 003",
+    "NOP",
+    /* 00A */ "ADDWF 02",
+    "RETLW 3F",
+    "RETLW 06",
+    "RETLW 5B",
+    "RETLW 4F",
+    "RETLW 66",
+    "RETLW 6D",
+    "RETLW 7D",
+    "RETLW 07"};
+
+// Waiting for TMR0 to change, with the prescaler at 4 and the instruction clock.
+const std::vector<std::string_view> polled_lines = {
+    /* 000 */ "MOVLW 01",  "OPTION",
+    /* 002 */ "MOVF 01,W", "XORWF 08,W", "BTFSC 03,2", "GOTO 002",
+    "MOVF 01,W",           "MOVWF 08",   "GOTO 002"};
+
+// The prescaler at TMR0, which nobody reads.
+const std::vector<std::string_view> prescaled_timer_lines = {
+    /* 000 */ "MOVLW 07", "OPTION",
+    /* 002 */ "INCF 08",  "INCFSZ 09", "GOTO 002", "INCF 0A", "GOTO 002"};
+
+// The prescaler at the watchdog, which the loop clears.
+const std::vector<std::string_view> prescaled_watchdog_lines = {
+    /* 000 */ "MOVLW 0B", "OPTION",
+    /* 002 */ "CLRWDT",   "INCF 08", "INCFSZ 09", "GOTO 002", "INCF 0A", "GOTO 002"};
+
+// Edges at T0CKI counted with a prescaler and waited for.
+const std::vector<std::string_view> pulses_lines = {
+    /* 000 */ "MOVLW 20",  "OPTION",
+    /* 002 */ "MOVF 01,W", "XORWF 08,W", "BTFSC 03,2", "GOTO 002",
+    "MOVF 01,W",           "MOVWF 08",   "GOTO 002"};
+
+// Every register of every bank through FSR and INDF.
+const std::vector<std::string_view> indirect_lines = {
+    /* 000 */ "MOVLW 10", "MOVWF 04",
+    /* 002 */ "INCF 00",  "MOVF 00,W", "INCF 04", "BSF 04,4", "GOTO 002"};
+
+// Pins toggled as fast as the chip can.
+const std::vector<std::string_view> pins_lines = {
+    /* 000 */ "MOVLW 00", "TRIS 6",
+    /* 002 */ "COMF 08",  "MOVF 08,W", "MOVWF 06", "BSF 06,0", "BCF 06,0", "GOTO 002"};
+
+// A line driven open-drain, as slow serial links are: its direction is written instead of its latch.
+const std::vector<std::string_view> open_drain_lines = {
+    /* 000 */ "CLRF 06",
+    /* 001 */ "MOVLW FF", "TRIS 6", "BTFSC 06,0", "NOP", "MOVLW FE", "TRIS 6", "GOTO 001"};
+
 }  // namespace
 
-std::span<const bench_program> bench_programs() {
-  static const std::array<bench_program, 3> programs = {{
+std::span<const bench_program> bench_shapes() {
+  static const std::array<bench_program, 12> shapes = {{
       {"mixed", true, mixed_lines},
       {"delay", false, delay_lines},
       {"tight", false, tight_lines},
+      {"jumps", false, jump_lines},
+      {"table", false, table_lines},
+      {"polled", false, polled_lines},
+      {"prescaled_timer", false, prescaled_timer_lines},
+      {"prescaled_watchdog", true, prescaled_watchdog_lines},
+      {"pulses", false, pulses_lines, "25000"},
+      {"indirect", false, indirect_lines},
+      {"pins", false, pins_lines},
+      {"open_drain", false, open_drain_lines},
   }};
-  return programs;
+  return shapes;
+}
+
+std::span<const bench_program> bench_programs() {
+  return bench_shapes().first(3);
 }
 
 void load_program(Estructura& window, const bench_program& program) {
@@ -119,6 +194,7 @@ void load_program(Estructura& window, const bench_program& program) {
   for (const std::string_view line : program.lines) chip.progmem[address++] = encoded(line);
   chip.progmem[chip.devmodel.progmask] = encoded("GOTO 000");
   if (program.watchdog) window.click(id::WATCHDOG);
+  window.type(id::FR, program.t0cki_hz);
 }
 
 }  // namespace estructura

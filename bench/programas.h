@@ -16,11 +16,17 @@ struct bench_program {
   std::string_view name;
   bool watchdog = false;
   std::vector<std::string_view> lines;
+  std::string_view t0cki_hz = "0";  ///< as typed into `FR`
 };
 
+/// What the benchmarks in real time run: the mixed program first, delay loops, a GOTO to itself.
 std::span<const bench_program> bench_programs();
 
-/// Puts the program into the window of a 16C57 just loaded, and checks WATCHDOG where the program clears it.
+/// Those and one for each further shape of what students write, whose cost is counted in host instructions.
+std::span<const bench_program> bench_shapes();
+
+/// Puts the program into the window of a 16C57 just loaded, checks WATCHDOG where the program clears it, and
+/// sets the frequency at T0CKI.
 void load_program(Estructura& window, const bench_program& program);
 
 }  // namespace estructura

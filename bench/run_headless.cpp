@@ -37,8 +37,6 @@ void run_headless(benchmark::State& state, const bench_program& program) {
   load_program(window, program);
   for (auto _ : state) {
     window.click(id::ejecutar);
-    // Without CLRWDT the count of the watchdog would run into its 32-bit limit.
-    window.poke().wdtcount = 0;
   }
   if (window.chip().running || window.chip().cycles == 0) state.SkipWithError("the program did not run");
   state.SetItemsProcessed(state.iterations() * steps_per_run);

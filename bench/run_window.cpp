@@ -78,8 +78,6 @@ struct open_window {
   void run_for(clock_type::duration time) {
     host.end = clock_type::now() + time;
     window.click(id::ejecutar);
-    // Without CLRWDT the count of the watchdog would run into its 32-bit limit.
-    window.poke().wdtcount = 0;
   }
 };
 
