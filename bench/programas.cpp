@@ -159,10 +159,13 @@ const std::vector<std::string_view> open_drain_lines = {
     /* 000 */ "CLRF 06",
     /* 001 */ "MOVLW FF", "TRIS 6", "BTFSC 06,0", "NOP", "MOVLW FE", "TRIS 6", "GOTO 001"};
 
+// Nothing but the jump on the reset vector: what runs where no program was loaded.
+const std::vector<std::string_view> blank_lines = {};
+
 }  // namespace
 
 std::span<const bench_program> bench_shapes() {
-  static const std::array<bench_program, 12> shapes = {{
+  static const std::array<bench_program, 13> shapes = {{
       {"mixed", true, mixed_lines},
       {"delay", false, delay_lines},
       {"tight", false, tight_lines},
@@ -175,6 +178,7 @@ std::span<const bench_program> bench_shapes() {
       {"indirect", false, indirect_lines},
       {"pins", false, pins_lines},
       {"open_drain", false, open_drain_lines},
+      {"blank", false, blank_lines},
   }};
   return shapes;
 }

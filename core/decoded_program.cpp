@@ -9,7 +9,8 @@ namespace {
 decoded_word decoded_for_run(int word, bool breakpoint) {
   decoded_word result = decoded(word);
   const bool changes_time = result.code == op::option || result.code == op::sleep;
-  if (breakpoint || word == unprogrammed || changes_time) result.code = op::stop;
+  if (word == unprogrammed) result.code = op::blank;
+  if (breakpoint || changes_time) result.code = op::stop;
   return result;
 }
 

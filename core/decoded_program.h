@@ -33,8 +33,8 @@ constexpr decoded_word decoded(int word) {
   return {code, static_cast<std::uint8_t>(word & 31), static_cast<std::uint16_t>(word)};
 }
 
-/// A word is `op::stop` where a run may not go on by itself: in front of a breakpoint, an unprogrammed word,
-/// and the instructions that change what time means.
+/// A word is `op::stop` where a run may not go on by itself: in front of a breakpoint, and of the
+/// instructions that change what time means.
 class decoded_program {
  public:
   /// Takes over what has changed in program memory and breakpoints.

@@ -63,6 +63,7 @@ class each_cycle final : public processor<each_cycle> {
     chip_.wdtcount = 0;
   }
 
+  void blank() {}
   void stop() {}
 
   // Nothing is put off at this pace, and the refresh at the end of the step sees to the rest.

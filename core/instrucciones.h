@@ -59,7 +59,8 @@ enum class op : std::uint8_t {
   iorlw,
   andlw,
   xorlw,
-  stop  ///< no instruction: where a run that decodes ahead has to stop
+  blank,  ///< no instruction: an unprogrammed word, which only moves on
+  stop    ///< nor this: where a run that decodes ahead has to stop
 };
 
 /// What stands behind the mnemonic.

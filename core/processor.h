@@ -22,7 +22,7 @@
 //   pc_may_be_outside(behind)  what was loaded may be no address of the device
 //   latched(address), directed(address), fsr_written(), status_written()
 //                      a port's latch, its TRIS register, FSR or STATUS has just taken a value
-//   option(), sleep(), clrwdt(), stop()
+//   option(), sleep(), clrwdt(), blank(), stop()
 #pragma once
 
 #include <cstddef>
@@ -330,6 +330,7 @@ inline void processor<Pace>::perform(const decoded_word& o) {
     case op::iorlw: literal_with_z(w_ | o.literal()); break;
     case op::andlw: literal_with_z(w_ & o.literal()); break;
     case op::xorlw: literal_with_z(w_ ^ o.literal()); break;
+    case op::blank: pace().blank(); break;
     case op::stop: pace().stop(); break;
     default: __builtin_unreachable();
   }

@@ -9,6 +9,7 @@
 //              └──> tockicount ──> prescount ──> TMR0   (pulse train)
 //
 //     step        |  one cycle, one tick
+//     blank step  |  none of either
 //     skip, jump  |  one more of each                        `second_`
 //     write PCL   |  one more cycle, which no tick sees      `untimed_`
 //
@@ -23,7 +24,7 @@
 //
 // It is worked out once for the worst case (three cycles and two ticks a step), and a stretch ends there; the
 // next one begins with a single step and finds another horizon, so the last steps before an event are single
-// ones. OPTION, SLEEP and what is no instruction are left to single steps too.
+// ones. OPTION and SLEEP are left to single steps too.
 //
 // The registers are within the device's limits all the time: a single step comes first, whose refresh cuts
 // them, and what a write can carry beyond them is cut with the write. So are the pins: an output follows its
@@ -200,6 +201,8 @@ class stretch final : public processor<stretch> {
 
   // --- left to a single step ---
 
+  /// A step that takes no time.
+  [[gnu::always_inline]] void blank() { --second_; }
   [[gnu::always_inline]] void stop() { stop_before(); }
   void option() {}
   void sleep() {}
