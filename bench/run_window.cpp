@@ -127,20 +127,20 @@ void click_latency(benchmark::State& state, const bench_program& program) {
   state.counters["max_ms"] = waits_ms.back();
 }
 
-// Every widget, also those that hide what is behind them and that a repaint of the window passes over.
-void repaint_everything(ventana& shown) {
-  for (QWidget* const widget : shown.findChildren<QWidget*>()) widget->update();
-  shown.repaint();
+// A click as the person's, until all that it changed is painted.
+void click_and_paint(QAbstractButton& button) {
+  button.click();
+  // Layouts and repaints that were asked for follow each other.
+  QApplication::sendPostedEvents();
+  QApplication::processEvents();
 }
 
 void step_click(benchmark::State& state, const bench_program& program) {
   open_window open(program);
+  frame_counter counter(*open.shown);
   auto* button = open.shown->findChild<QAbstractButton*>("eje1");
-  for (auto _ : state) {
-    button->click();
-    repaint_everything(*open.shown);
-    QApplication::processEvents();
-  }
+  for (auto _ : state) click_and_paint(*button);
+  if (counter.frames < state.iterations()) state.SkipWithError("not every step was painted");
 }
 
 // The click that assembles, until program list, map and listing are painted.
@@ -151,9 +151,7 @@ void click_ensamblar(benchmark::State& state) {
   open.shown->actualiza();
   auto* button = open.shown->findChild<QAbstractButton*>("Ensamblar");
   for (auto _ : state) {
-    button->click();
-    repaint_everything(*open.shown);
-    QApplication::processEvents();
+    click_and_paint(*button);
   }
   const control& list = open.window.look(id::MP);
   if (list.rows().back().find("GOTO") == std::string::npos)
