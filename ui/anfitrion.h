@@ -26,7 +26,9 @@ class anfitrion {
   anfitrion& operator=(anfitrion&&) = delete;
 
   /// A modal message box. Lines of `text` are divided by a carriage return. Boxes with an OK button only
-  /// answer `ok`; closing a box without choosing answers `cancel` where there is one and `no` otherwise.
+  /// answer `ok`; closing one that has Cancel answers `cancel`. A question of two buttons cannot be closed
+  /// without choosing: for who must not lose what is unsaved by Escape, there it does nothing. Only where
+  /// nobody is left to choose (the program ends meanwhile, or there is no desktop) is it answered `no`.
   virtual answer mensaje(box kind, std::string_view text) {
     (void)text;
     return kind == box::yesnocancel ? answer::cancel : kind == box::yesno ? answer::no : answer::ok;
@@ -48,6 +50,11 @@ class anfitrion {
   /// pass before it wants to be asked again (at least 1). The first step of a run is always followed by a
   /// call.
   virtual int cede() { return 1 << 20; }
+
+  /// A box that comes back every few milliseconds of a run leaves the person no moment to stop it: after such
+  /// a box the run stands between two steps and rests here. Whoever shows boxes to people serves the window
+  /// meanwhile, for about a second, or until the run is stopped or the program ends.
+  virtual void descansa() {}
 
   /// The program ends: the window closes and nothing more is done in it.
   virtual void termina() {}

@@ -4,8 +4,8 @@
 
 namespace estructura {
 
-// At least one step and at most `most`; how many.
-std::int64_t run_control::advance(std::int64_t most) {
+// At least one step and at most `most`, with the reset of a time-out.
+stretch_end run_control::advance(std::int64_t most) {
   if (time_out_is_near(chip_, in_)) listener_.show_whole_step();
   if (requests_.entry_shown) listener_.clear_entry();
   if (requests_.configuration_open) listener_.lock_configuration();
@@ -15,7 +15,7 @@ std::int64_t run_control::advance(std::int64_t most) {
     finish_time_out(chip_, in_, seen_);
   }
   after_refresh();
-  return end.steps;
+  return end;
 }
 
 void run_control::after_refresh() {
@@ -34,7 +34,9 @@ void run_control::run() {
       listener_.click_ejecutar();
       return;
     }
-    free_turns -= advance(std::max<std::int64_t>(free_turns, 1));
+    const stretch_end end = advance(std::max<std::int64_t>(free_turns, 1));
+    if (end.last == step_end::time_out && chip_.running) listener_.rest();
+    free_turns -= end.steps;
     // The window said how many turns it does not need; only then is it asked again.
     if (free_turns <= 0) free_turns = listener_.cede();
     if (!chip_.running) return;

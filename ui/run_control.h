@@ -37,6 +37,9 @@ class run_listener {
   virtual void guard_focus() {}
   /// The run button's click, performed by a run that meets a breakpoint.
   virtual void click_ejecutar() {}
+  /// A run stands between two steps after a box of the watchdog, which may come back in a few milliseconds:
+  /// the person gets a moment. No turn that `cede` has granted.
+  virtual void rest() {}
   /// Handles pending events; how many further steps may pass before it wants to be asked again, at least 1.
   virtual int cede() { return 1 << 20; }
 
@@ -76,7 +79,7 @@ class run_control {
   [[nodiscard]] const trail& seen() const { return seen_; }
 
  private:
-  std::int64_t advance(std::int64_t most);
+  stretch_end advance(std::int64_t most);
   void after_refresh();
 
   chipstate& chip_;

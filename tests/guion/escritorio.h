@@ -58,6 +58,7 @@ class anfitrion_guiado : public Base {
     return desk_.choose(save, filter, extension, proposed);
   }
   void pita() override { ++desk_.beeps; }
+  void descansa() override {}
   int cede() override {
     const int passed = desk_.granted;
     base_left_ -= passed;

@@ -259,6 +259,69 @@ TEST(run, warns_of_a_watchdog_time_out_and_carries_on_from_the_reset_vector) {
   EXPECT_EQ(w.text("STATUS"), "00001000");
 }
 
+TEST(run, rests_after_each_watchdog_box_between_two_steps) {
+  ventana w;
+  w.store(0, {0x000, 0xA00});
+  w.stand_at(0);
+  w.view.click(id::WATCHDOG);
+  w.desktop.steps_between_turns = 1 << 20;
+  w.view.poke().wdtcount = w.chip().wdtlimit - 1;
+  w.desktop.at_rest = [&] {
+    EXPECT_EQ(w.desktop.boxes.size(), static_cast<std::size_t>(w.desktop.rests));
+    // The step is whole: reset, and its row shown.
+    EXPECT_EQ(w.chip().cpu.pc, 2047);
+    EXPECT_EQ(w.at("MP").row(), 2047);
+    EXPECT_EQ(w.view.look_map().marker, 2047);
+    EXPECT_EQ(w.chip().wdtcount, 0);
+    if (w.desktop.rests == 3) w.view.click(id::ejecutar);
+  };
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.rests, 3);
+  // Stopped in the rest, no further step is made.
+  EXPECT_EQ(w.chip().cycles, 0);
+  EXPECT_EQ(w.chip().cpu.pc, 2047);
+  EXPECT_EQ(w.text("ejecutar"), "Ejecu&tar");
+}
+
+TEST(run, does_not_rest_after_a_watchdog_box_of_a_single_step_nor_of_a_run_that_its_box_stopped) {
+  ventana w;
+  w.store(0, {0x000, 0xA00});
+  w.stand_at(0);
+  w.view.click(id::WATCHDOG);
+  w.view.poke().wdtcount = w.chip().wdtlimit - 1;
+  w.view.click(id::eje1);
+  ASSERT_EQ(w.desktop.boxes.size(), 1U);
+  w.desktop.at_turn(5, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.rests, 0);
+
+  w.desktop.at_box = [&] { w.view.close_request(); };
+  w.view.poke().wdtcount = w.chip().wdtlimit - 1;
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.boxes.size(), 2U);
+  EXPECT_TRUE(w.view.ended());
+  EXPECT_EQ(w.desktop.rests, 0);
+}
+
+TEST(run, owes_no_rest_to_the_run_after_one_that_a_fault_ended) {
+  ventana w;
+  w.store(0, {0x000, 0xA00});
+  w.stand_at(0);
+  w.view.click(id::WATCHDOG);
+  chipstate& chip = w.view.poke();
+  chip.wdtcount = chip.wdtlimit - 1;
+  // Edges are counted once the reset has chosen them.
+  chip.tockifreq = 1;
+  chip.tockicount = 32767;
+  w.view.click(id::ejecutar);
+  ASSERT_EQ(w.desktop.boxes.size(), 2U);
+  ASSERT_EQ(w.desktop.boxes[1].kind, box::fault);
+  w.view.poke().tockicount = 0;
+  w.desktop.at_turn(w.desktop.turns + 2, [&] { w.view.click(id::ejecutar); });
+  w.view.click(id::ejecutar);
+  EXPECT_EQ(w.desktop.rests, 0);
+}
+
 TEST(run, counts_cycles_from_0_at_once_after_a_double_click) {
   ventana w;
   counting(w);

@@ -49,6 +49,10 @@ class escritorio final : public anfitrion {
     }
     return steps_between_turns;
   }
+  void descansa() override {
+    ++rests;
+    if (at_rest) at_rest();
+  }
   void termina() override { ++ends; }
 
   /// What happens at a turn, counted from 1 over all runs.
@@ -63,11 +67,13 @@ class escritorio final : public anfitrion {
   std::deque<answer> answers;
   std::string chosen;  ///< what every file dialog gives
   std::function<void()> at_box;
+  std::function<void()> at_rest;
   std::function<void()> give_up;
   int dialogs = 0;
   int beeps = 0;
   int turns = 0;
   int ends = 0;
+  int rests = 0;
   int steps_between_turns = 1;
 
  private:

@@ -31,6 +31,8 @@ class anfitrion_callado final : public anfitrion_qt {
     return file;
   }
 
+  void descansa() override {}
+
   int boxes = 0;
   std::function<void()> at_box;
   std::string file;
