@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 #include "common/fallo.h"
@@ -164,9 +165,24 @@ void Estructura::leave_withdrawn_focus() {
   for (int step = 1; step < size; ++step) {
     const control& next = controls_[static_cast<std::size_t>((from + step) % size)];
     if (takes_focus(next.is()) && !skipped_by_tab(next.which()) && usable(next.which(), next.index()))
-      return move_focus({next.which(), next.index()});
+      return move_focus(harmless(next));
   }
   move_focus({});
+}
+
+// Nobody has gone to where a withdrawn focus goes: a key meant for the control before must not end the
+// program there, nor erase a word.
+focus_place Estructura::harmless(const control& next) const {
+  const auto first_usable = [&](std::initializer_list<id> instead) {
+    for (const id which : instead)
+      if (usable(which)) return focus_place{which, 0};
+    return focus_place{next.which(), next.index()};
+  };
+  switch (next.which()) {
+    case id::fin: return first_usable({id::eje1, id::ejecutar});
+    case id::borrarins: return first_usable({id::INS});
+    default: return first_usable({});
+  }
 }
 
 bool Estructura::usable(id which, int index) const {

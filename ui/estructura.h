@@ -142,6 +142,7 @@ class Estructura final : private run_listener, private event_sink {
   void fault();
   void move_focus(focus_place place);
   void leave_withdrawn_focus();
+  [[nodiscard]] focus_place harmless(const control& next) const;
   control& at(id which, int index = 0);
   [[nodiscard]] const control& at(id which, int index = 0) const;
   answer ask(box kind, const std::string& text);

@@ -208,6 +208,43 @@ TEST(focus, does_not_stay_on_a_control_that_can_no_longer_be_used) {
   EXPECT_TRUE(on_usable()) << w.focused();
 }
 
+// A function key leaves the focus where it is, so that the step's own effects are what withdraws it.
+TEST(focus, that_is_withdrawn_by_a_step_never_lands_on_what_ends_or_erases) {
+  struct row {
+    const char* device;
+    id where;
+    id key;
+    const char* expected;
+  };
+  for (const row& r :
+       {row{"16C57", id::FREC, id::eje1, "eje1"}, row{"16C57", id::PIC, id::eje1, "eje1"},
+        row{"12C508", id::PIC, id::eje1, "eje1"}, row{"12C508", id::fext, id::eje1, "eje1"},
+        row{"12C508", id::CMCLR, id::eje1, "eje1"}, row{"16C57", id::WATCHDOG, id::eje1, "estsleep"},
+        row{"16C57", id::FREC, id::ejecutar, "ejecutar"}}) {
+    ventana w(r.device);
+    w.store(w.chip().cpu.pc, {0x000});
+    w.view.focus(r.where);
+    std::string during;
+    w.desktop.at_turn(1, [&] {
+      during = w.focused();
+      w.view.press(id::ejecutar);
+    });
+    w.view.press(r.key);
+    EXPECT_EQ(r.key == id::eje1 ? w.focused() : during, r.expected)
+        << r.device << ", " << declared(r.where).name;
+  }
+}
+
+TEST(focus, that_the_step_takes_from_the_entry_button_goes_to_the_instruction) {
+  ventana w;
+  w.view.type(id::INS, "NOP");
+  w.view.focus(id::Entrarins);
+  ASSERT_EQ(w.focused(), "Entrarins");
+  w.view.press(id::eje1);
+  EXPECT_EQ(w.text("INS"), "");
+  EXPECT_EQ(w.focused(), "INS");
+}
+
 // --- Faults
 
 // A machine whose next step overflows the prescaler.
