@@ -117,7 +117,7 @@ constexpr std::array<declaration, id_count> inventory = {{
     {id::Label12, "Label12", 1, kind::label, id::none, {"PILA"}, ""},
     {id::Label13, "Label13", 1, kind::label, id::none, {"REGISTROS"}, ""},
     {id::Label4, "Label4", 1, kind::label, id::none, {"TOS"}, "Cabeza de la PILA"},
-    {id::rotulo, "rotulo", 1, kind::label, id::none, {"Estructura 1.0"}, ""},
+    {id::rotulo, "rotulo", 1, kind::label, id::none, {"Estructura 1.0 · Los autores de Estructura"}, ""},
     {id::fin, "fin", 1, kind::button, id::Frame7, {"&Fin"}, "Terminar"},
 }};
 // clang-format on

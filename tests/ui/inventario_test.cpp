@@ -199,6 +199,8 @@ TEST(inventory, has_nothing_else_but_the_banner) {
   for (const control& c : view.look_all()) EXPECT_TRUE(standing.insert(c.name()).second) << c.name();
   EXPECT_EQ(standing, expected);
   EXPECT_EQ(view.look(id::rotulo).is(), kind::label);
+  // Version and authorship in one line.
+  EXPECT_EQ(view.look(id::rotulo).text(), "Estructura 1.0 · Los autores de Estructura");
 }
 
 TEST(inventory, starts_with_its_flags_and_values) {

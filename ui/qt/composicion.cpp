@@ -206,8 +206,6 @@ QWidget* composicion::panel_programa() {
   files->addWidget(boton(id::borrar), 0, 2);
   files->addWidget(boton(id::salvar16c84), 1, 0);
   files->addWidget(boton(id::fin), 1, 2);
-  w(id::rotulo)->setForegroundRole(QPalette::PlaceholderText);
-  files->addWidget(w(id::rotulo), 1, 1, Qt::AlignCenter);
   for (int third = 0; third < 3; ++third) files->setColumnStretch(third, 1);
   rows->addLayout(files);
   return column;
@@ -252,6 +250,8 @@ QWidget* composicion::panel_instrumentos() {
   rows->addLayout(pins);
   rows->addWidget(w(id::Frame3));
   rows->addStretch(1);
+  w(id::rotulo)->setForegroundRole(QPalette::PlaceholderText);
+  rows->addWidget(w(id::rotulo), 0, Qt::AlignRight);
   return column;
 }
 

@@ -134,7 +134,7 @@ constexpr std::array<voz, id_count> voces = {{
     {id::Label12, "%c", "Título de la lista de la pila."},
     {id::Label13, "%c", "Título de la lista de los registros."},
     {id::Label4, "%c", "Señala la cabeza de la pila."},
-    {id::rotulo, "%c", "Nombre y versión del programa."},
+    {id::rotulo, "%c", "Nombre y versión del programa, y quién lo ha hecho."},
     {id::fin, "%c", "Termina el programa. Antes pregunta si se salva lo modificado."},
 }};
 // clang-format on
