@@ -108,7 +108,7 @@ QColor disco_parada(const QColor& ground) {
 }
 
 QColor fondo_mapa() {
-  return {44, 46, 50};
+  return {8, 9, 11};
 }
 
 QColor linea_suave(const QPalette& palette) {

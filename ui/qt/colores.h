@@ -42,7 +42,8 @@ inline constexpr double contraste_minimo = 4.5;
 /// The disc of a breakpoint in the program list.
 [[nodiscard]] QColor disco_parada(const QColor& ground);
 
-/// The ground of the map, on which its yellow and its red are told apart in any palette.
+/// The ground of the map, in any palette: its three colours are given, and the blue among them, dark as it
+/// is, needs a ground that is darker still.
 [[nodiscard]] QColor fondo_mapa();
 
 /// Thin lines behind titles, and those that can be taken hold of.

@@ -13,6 +13,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ui/qt/mapa.h"
 #include "ui/qt/piezas.h"
 #include "ui/qt/texto_qt.h"
 
@@ -189,8 +190,12 @@ QWidget* composicion::panel_programa() {
   auto* rows = sin_margen(new QVBoxLayout(column), m_.hueco);
   static_cast<rotulo*>(w(id::FILHEX))->recorta();
   rows->addLayout(cabecera(id::Label10, w(id::FILHEX)));
-  auto* memory = sin_margen(new QHBoxLayout, m_.hueco);
-  memory->addWidget(w(id::mapa));
+  auto* memory = sin_margen(new QHBoxLayout, 0);
+  auto& map = *static_cast<mapa_qt*>(w(id::mapa));
+  memory->addWidget(new margen_mapa(map, margen_mapa::lado::paradas));
+  memory->addWidget(&map);
+  memory->addWidget(new margen_mapa(map, margen_mapa::lado::marca));
+  memory->addSpacing(m_.hueco / 2);
   // Where the list is hidden its sheet remains.
   QFrame* sheet = hoja();
   sheet->setBackgroundRole(QPalette::Window);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include <QMouseEvent>
@@ -11,25 +11,6 @@
 #include "ui/qt/colores.h"
 
 namespace estructura {
-
-namespace {
-
-/// What a breakpoint or the marker measures at least, in units of the widget.
-constexpr int grueso = 3;
-
-/// In the order in which they cover each other. The thin edge of a breakpoint, dark on a dark ground, covers
-/// no word.
-enum class trazo : std::uint8_t { nada, borde, palabra, parada };
-
-QColor color_de(trazo what) {
-  switch (what) {
-    case trazo::palabra: return Qt::yellow;
-    case trazo::parada: return Qt::blue;
-    default: return Qt::white;
-  }
-}
-
-}  // namespace
 
 mapa_qt::mapa_qt() {
   setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
@@ -46,6 +27,7 @@ void mapa_qt::pon(const map_view& view) {
   if (view.changes == view_.changes && view.scale == view_.scale) return;
   view_ = view;
   update();
+  for (QWidget* const margin : margins_) margin->update();
 }
 
 double mapa_qt::altura(double row) const {
@@ -58,83 +40,113 @@ double mapa_qt::fila_en(double height) const {
   return (height - area.top()) * view_.scale / std::max(area.height(), 1);
 }
 
+mapa_qt::franja mapa_qt::franja_de(int address, int pixels) const {
+  const int from = address * pixels / view_.scale;
+  return {from, std::min(pixels, std::max(from + 1, (address + 1) * pixels / view_.scale))};
+}
+
 void mapa_qt::paintEvent(QPaintEvent* event) {
+  QFrame::paintEvent(event);
+  // After the frame, whose line styles draw somewhat thicker than they say at 200 %.
   QPainter painter(this);
   const QRect area = contentsRect();
   painter.fillRect(area, fondo_mapa());
-  if (view_.scale > 0) {
-    pinta_palabras(painter, area);
-    if (view_.marker >= 0) pinta_marca(painter, area);
-  }
-  painter.end();
-  QFrame::paintEvent(event);
+  if (view_.scale > 0) pinta(painter, area);
   // On a dark panel the ground alone is not seen.
   constexpr double seen = 3;
   if (contraste(fondo_mapa(), palette().color(QPalette::Window)) >= seen) return;
-  QPainter edge(this);
-  edge.setPen(linea_fuerte(palette()));
-  edge.drawRect(rect().adjusted(0, 0, -1, -1));
+  painter.setPen(linea_fuerte(palette()));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-void mapa_qt::pinta_palabras(QPainter& painter, const QRect& area) const {
+void mapa_qt::pinta(QPainter& painter, const QRect& area) const {
   // In steps of the screen's own pixels, of which there may be several to a unit of the widget.
-  const double pixel = 1 / devicePixelRatioF();
+  const double pixel = 1 / painter.deviceTransform().m22();
+  const int width = static_cast<int>(std::lround(area.width() / pixel));
   const int pixels = static_cast<int>(std::lround(area.height() / pixel));
-  std::vector<trazo> column(static_cast<std::size_t>(pixels), trazo::nada);
-  const auto draw = [&](int from, int to, trazo what) {
-    for (int y = std::max(from, 0); y < std::min(to, pixels); ++y) {
-      trazo& there = column[static_cast<std::size_t>(y)];
-      there = std::max(there, what);
-    }
+  const int half = width / 2;
+  const auto fill = [&](int left, int right, const franja& rows, const QColor& colour) {
+    painter.fillRect(QRectF(area.left() + left * pixel, area.top() + rows.from * pixel,
+                            (right - left) * pixel, (rows.to - rows.from) * pixel),
+                     colour);
   };
-  const int least = static_cast<int>(std::lround(grueso / pixel));
-  const int edge = static_cast<int>(std::lround(1 / pixel));
-  for (int row = 0; row < std::min(view_.scale, program_words); ++row) {
-    const map_colour colour = view_.rows[row];
-    if (colour == map_colour::none) continue;
-    int from = row * pixels / view_.scale;
-    int to = std::max(from + 1, (row + 1) * pixels / view_.scale);
-    if (colour == map_colour::yellow) {
-      draw(from, to, trazo::palabra);
-      continue;
+  std::vector<map_colour> column(static_cast<std::size_t>(pixels), map_colour::none);
+  for (int address = 0; address < std::min(view_.scale, program_words); ++address) {
+    const franja rows = franja_de(address, pixels);
+    for (int y = rows.from; y < rows.to; ++y) {
+      map_colour& there = column[static_cast<std::size_t>(y)];
+      there = std::max(there, view_.rows[address]);
     }
-    const int more = std::max(0, least - (to - from));
-    from -= more / 2;
-    to += more - more / 2;
-    draw(from - edge, to + edge, trazo::borde);
-    draw(from, to, trazo::parada);
   }
-  const double half = area.width() / 2.0;
   for (int from = 0; from < pixels;) {
-    const trazo what = column[static_cast<std::size_t>(from)];
+    const map_colour what = column[static_cast<std::size_t>(from)];
     int to = from + 1;
     while (to < pixels && column[static_cast<std::size_t>(to)] == what) ++to;
-    if (what != trazo::nada)
-      painter.fillRect(QRectF(area.left(), area.top() + from * pixel, half, (to - from) * pixel),
-                       color_de(what));
+    if (what != map_colour::none) fill(0, half, {from, to}, what == map_colour::blue ? Qt::blue : Qt::yellow);
     from = to;
   }
-}
-
-void mapa_qt::pinta_marca(QPainter& painter, const QRect& area) const {
-  // Never beyond the edges.
-  const double half = area.width() / 2.0;
-  const double thick = std::max<double>(grueso, static_cast<double>(area.height()) / view_.scale);
-  const double top = std::min(altura(view_.marker), area.top() + area.height() - thick);
-  painter.fillRect(QRectF(area.left() + half, top, half, thick), Qt::red);
-  // And a head, which points at the row.
-  const double size = half / 2;
-  const double middle = std::clamp(top + thick / 2, area.top() + size, area.bottom() + 1 - size);
-  const double right = area.right() + 1;
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(Qt::red);
-  painter.drawPolygon(
-      QPolygonF({{right - size, top + thick / 2}, {right, middle - size}, {right, middle + size}}));
+  if (view_.marker >= 0) fill(half, width, franja_de(view_.marker, pixels), Qt::red);
 }
 
 void mapa_qt::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && pulsado) pulsado(fila_en(event->position().y()));
+  if (pulsado) pulsado(fila_en(event->position().y()));
+}
+
+// --- margins ---
+
+margen_mapa::margen_mapa(mapa_qt& map, lado side) : map_(map), side_(side) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  setCursor(map.cursor());
+  map.acompana(this);
+}
+
+QSize margen_mapa::sizeHint() const {
+  const int width = fontMetrics().horizontalAdvance(QLatin1Char('0')) * 5 / 4;
+  return {width, map_.sizeHint().height()};
+}
+
+double margen_mapa::centro(int address, double half) const {
+  constexpr double middle = 0.5;
+  return std::clamp(map_.altura(address + middle), half, std::max(half, height() - half));
+}
+
+void margen_mapa::paintEvent(QPaintEvent*) {
+  if (map_.escala() <= 0) return;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (side_ == lado::paradas)
+    pinta_paradas(painter);
+  else if (map_.marca() >= 0)
+    pinta_marca(painter);
+}
+
+void margen_mapa::pinta_paradas(QPainter& painter) const {
+  const QColor ground = palette().color(QPalette::Window);
+  // The thin edge keeps discs apart that stand close together.
+  painter.setPen(QPen(ground, 1));
+  painter.setBrush(disco_parada(ground));
+  const double radius = width() / 2.0;
+  double last = -1;
+  for (int address = 0; address < std::min(map_.escala(), program_words); ++address) {
+    if (map_.fila(address) != map_colour::blue) continue;
+    const double y = centro(address, radius);
+    if (std::exchange(last, std::round(y)) == std::round(y)) continue;
+    painter.drawEllipse(QPointF(radius, y), radius, radius);
+  }
+}
+
+void margen_mapa::pinta_marca(QPainter& painter) const {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(legible(Qt::red, palette().color(QPalette::Window)));
+  const double right = width();
+  const double half = right * 0.6;
+  const double y = centro(map_.marca(), half);
+  painter.drawPolygon(
+      QPolygonF({{0, map_.altura(map_.marca() + 0.5)}, {right, y - half}, {right, y + half}}));
+}
+
+void margen_mapa::mousePressEvent(QMouseEvent* event) {
+  if (map_.pulsado) map_.pulsado(map_.fila_en(event->position().y()));
 }
 
 }  // namespace estructura

@@ -1,15 +1,19 @@
 // The map of program memory: a row for each address, its left half yellow where a word is programmed and blue
-// where there is a breakpoint, the marker of the last step in red on the right half.
+// where there is a breakpoint, the marker of the last step in red on the right half; and the margins beside
+// it.
 //
 //   map.pon(window.look_map());
 //   map.escala(), map.fila(0x1FF), map.marca()
+//   new margen_mapa(map, margen_mapa::lado::paradas);
 //
-// Rows are far thinner than a pixel on most devices: a word alone takes a whole one, a breakpoint and the
-// marker some, and where several fall together the breakpoint is seen. They differ by more than their
-// colours: words are thin, breakpoints thick with a light edge, and the marker has a head.
+// An address paints its own rows of pixels and no others, one at the least. Where several share one, a
+// breakpoint is seen before a word, and a word before none. So thin a row is easily overlooked: what points
+// at it stands beside the map, a disc at each breakpoint and an arrow head at the marker.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <vector>
 
 #include <QFrame>
 
@@ -25,6 +29,8 @@ class mapa_qt final : public QFrame {
   std::function<void(double y)> pulsado;
 
   void pon(const map_view& view);
+  /// A widget that shows what the map shows, and is painted anew with it.
+  void acompana(QWidget* margin) { margins_.push_back(margin); }
 
   // What was last given, for whoever looks from outside.
   [[nodiscard]] int escala() const { return view_.scale; }
@@ -41,10 +47,40 @@ class mapa_qt final : public QFrame {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  void pinta_palabras(QPainter& painter, const QRect& area) const;
-  void pinta_marca(QPainter& painter, const QRect& area) const;
+  struct franja {
+    int from;
+    int to;  ///< not included
+  };
+  /// Rows of pixels of an address, of `pixels` that there are.
+  [[nodiscard]] franja franja_de(int address, int pixels) const;
+  void pinta(QPainter& painter, const QRect& area) const;
 
   map_view view_;
+  std::vector<QWidget*> margins_;
+};
+
+/// The strip at one side of the map, as high as it, that shows where its breakpoints or its marker are.
+class margen_mapa final : public QWidget {
+ public:
+  enum class lado : std::uint8_t { paradas, marca };
+
+  margen_mapa(mapa_qt& map, lado side);
+
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  /// A press beside a row means the row.
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  void pinta_paradas(QPainter& painter) const;
+  void pinta_marca(QPainter& painter) const;
+  /// Height of the middle of an address, where a mark of this size is not cut.
+  [[nodiscard]] double centro(int address, double half) const;
+
+  mapa_qt& map_;
+  lado side_;
 };
 
 }  // namespace estructura
