@@ -126,9 +126,14 @@ void control::choose_row(int row) {
     return;
   }
   set_row_selection(row, {row});
-  // Chosen anew, be it the same line: whoever shows the list brings it back into sight.
-  touch();
+  // Chosen anew, be it the same line.
+  show_row();
   raise(event::click);
+}
+
+void control::show_row() {
+  ++shown_rows_;
+  touch();
 }
 
 void control::set_row_selection(int current, std::vector<int> selected) {

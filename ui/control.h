@@ -102,6 +102,10 @@ class control {
   void replace_row(int row, std::string_view text);
   /// Makes a line the one selected; -1, or a line that is not there, selects none. Raises a click for a line.
   void choose_row(int row);
+  /// The current line, having been scrolled away, comes into sight; raises nothing.
+  void show_row();
+  /// Counts the lines that were chosen, or shown again, by the program.
+  [[nodiscard]] unsigned shown_rows() const { return shown_rows_; }
   /// The selection as the user made it; raises nothing.
   void set_row_selection(int current, std::vector<int> selected);
   void set_face_background(bool face);
@@ -131,6 +135,7 @@ class control {
   unsigned row_changes_ = 0;
   unsigned documents_ = 0;
   unsigned shown_selections_ = 0;
+  unsigned shown_rows_ = 0;
   id which_;
   kind kind_;
   bool visible_ = true;

@@ -61,7 +61,14 @@ void Estructura::direc_Change(int) {
   const auto value = valhex_checked(text);
   const bool is_address =
       char_count(text) == 3 && ishex(text) && value && *value >= 0 && *value <= chip_.devmodel.progmask;
-  if (is_address && at(id::MP).row() != *value) at(id::MP).choose_row(*value);
+  if (is_address) {
+    control& list = at(id::MP);
+    // Chosen again, the line would be the only one selected; typed again, it is to be seen again.
+    if (list.row() == *value)
+      list.show_row();
+    else
+      list.choose_row(*value);
+  }
   at(id::borrarins).set_enabled(is_address);
   at(id::break_).set_enabled(is_address);
 }

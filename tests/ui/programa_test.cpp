@@ -129,6 +129,23 @@ TEST(map, keeps_the_marker_where_the_last_step_drew_it_until_a_repaint) {
   EXPECT_EQ(w.view.look_map().marker, 0);
 }
 
+// Whoever shows the list brings the line into sight again.
+TEST(address, typed_again_shows_its_line_again_and_leaves_the_selection) {
+  ventana w;
+  w.view.type(id::direc, "123");
+  const unsigned shown = w.at("MP").shown_rows();
+  w.view.type(id::direc, "12");
+  EXPECT_EQ(w.at("MP").shown_rows(), shown);
+  w.view.type(id::direc, "123");
+  EXPECT_EQ(w.at("MP").shown_rows(), shown + 1);
+
+  w.view.click_row(id::MP, 0, 5);
+  w.view.click_row(id::MP, 0, 9, true);
+  w.view.type(id::direc, "0");
+  w.view.type(id::direc, "009");
+  EXPECT_EQ(w.at("MP").selected(), (std::vector<int>{5, 9}));
+}
+
 TEST(breakpoint, is_set_and_cleared_at_the_address_of_the_box) {
   ventana w;
   w.store(0x123, {0xA05});

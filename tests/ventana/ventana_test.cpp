@@ -20,6 +20,8 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -250,6 +252,85 @@ TEST_F(ventana_abierta, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
     EXPECT_NEAR(chosen, 1000, 3);
     EXPECT_TRUE(in_sight(chosen));
   }
+}
+
+TEST_F(ventana_abierta, an_address_typed_again_brings_its_line_into_sight) {
+  auto& list = at<QListView>(id::MP);
+  const auto in_sight = [&] {
+    return list.viewport()->rect().contains(list.visualRect(list.model()->index(1000, 0)));
+  };
+  at(id::direc).setFocus(Qt::TabFocusReason);
+  for (int time = 0; time < 2; ++time) {
+    list.scrollToTop();
+    EXPECT_FALSE(in_sight());
+    at<QLineEdit>(id::direc).selectAll();
+    QTest::keyClicks(&at(id::direc), "3E8");
+    EXPECT_EQ(list.currentIndex().row(), 1000);
+    EXPECT_TRUE(in_sight());
+  }
+}
+
+/// A window smaller than its controls.
+class pequena : public ventana_abierta {
+ protected:
+  pequena() {
+    record.poke().progmem[2047] = 0xA80;  // GOTO 080
+    record.poke().progmem[0x80] = 0xA01;  // GOTO 001
+    record.poke().progmem[1] = 0xA80;
+  }
+  void toma(const QSize& size) {
+    window.resize(size);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(area().horizontalScrollBar()->maximum() > 0);
+  }
+  QScrollArea& area() { return *window.findChild<QScrollArea*>(); }
+  bool line_in_sight() {
+    auto& list = at<QListView>(id::MP);
+    const QRect line = list.visualRect(list.model()->index(record.chip().cpu.pc, 0));
+    return list.viewport()->visibleRegion().boundingRect().contains(line);
+  }
+};
+
+TEST_F(pequena, a_step_brings_its_line_into_sight_wherever_the_window_was_scrolled) {
+  for (const QSize& size : {QSize(1000, 500), QSize(640, 480), QSize(500, 300)}) {
+    toma(size);
+    auto& across = *area().horizontalScrollBar();
+    auto& down = *area().verticalScrollBar();
+    for (const int x : {0, across.maximum()})
+      for (const int y : {0, down.maximum()}) {
+        across.setValue(x);
+        down.setValue(y);
+        QTest::keyClick(&window, Qt::Key_F7);
+        EXPECT_TRUE(line_in_sight()) << size.width() << ": " << x << ", " << y;
+      }
+  }
+}
+
+TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps) {
+  toma({640, 480});
+  area().ensureWidgetVisible(&at(id::eje1));
+  QTest::mouseMove(&at(id::eje1));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return at(id::eje1).underMouse(); }));
+  const QPoint before = at(id::eje1).mapTo(&window, QPoint());
+  for (int times = 0; times < 4; ++times) {
+    click(id::eje1);
+    EXPECT_EQ(at(id::eje1).mapTo(&window, QPoint()), before);
+  }
+  EXPECT_GT(record.chip().cycles, 4);
+}
+
+TEST_F(pequena, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
+  toma({640, 480});
+  auto& across = *area().horizontalScrollBar();
+  int seen = -1;
+  run_program([&] { return running(); },
+              [&] {
+                across.setValue(across.maximum());
+                window.actualiza();
+                seen = across.value();
+                QTest::keyClick(&window, Qt::Key_F5);
+              });
+  EXPECT_EQ(seen, across.maximum());
 }
 
 TEST_F(ventana_abierta, a_register_can_be_chosen_twice) {

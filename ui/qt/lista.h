@@ -97,6 +97,8 @@ class vista_lista final : public QListView {
  private:
   void avisa();
   bool mueve_cursor(int key);
+  /// In a window that scrolls, only a part of the list may be seen: the line comes there.
+  void trae_a_lo_visible(const QModelIndex& index);
 
   aspecto_lista traits_;
   QSize least_;

@@ -1,6 +1,7 @@
 #include "ui/qt/ventana.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -188,6 +189,22 @@ void ventana::actualiza() {
   program_->pon_siguiente(window_.chip().cpu.pc);
   news_->mira(controls, window_.chip().running);
   names_->actualiza();
+  ensena_linea();
+}
+
+// Where the window scrolls its controls, the program list may be out of sight: a step brings the line there.
+void ventana::ensena_linea() {
+  const control& list = window_.look(id::MP);
+  const bool again = std::exchange(shown_rows_, list.shown_rows()) != list.shown_rows();
+  const chipstate& chip = window_.chip();
+  if (!again || !isVisible() || chip.running || list.row() != chip.cpu.pc) return;
+  // A button must not move from under the mouse that clicks it one time after the other.
+  if (QApplication::mouseButtons() != Qt::NoButton || widget_of(id::eje1)->underMouse()) return;
+  const QWidget& lines = *program_->viewport();
+  const QRect line = program_->visualRect(program_->currentIndex());
+  if (line.isEmpty() || lines.visibleRegion().boundingRect().contains(line)) return;
+  const QRect place(lines.mapTo(area_->widget(), line.topLeft()), line.size());
+  area_->ensureVisible(place.center().x(), place.center().y(), place.width() / 2 + 1, place.height());
 }
 
 // --- focus ---

@@ -64,6 +64,7 @@ class ventana final : public QMainWindow, private puerta {
   void toma_colores();
   void foco_movido(const QWidget* now);
   void ensena(QWidget* focus);
+  void ensena_linea();
   void copia_foco();
   [[nodiscard]] enlace& enlace_de(id which, int index) const;
 
@@ -81,6 +82,7 @@ class ventana final : public QMainWindow, private puerta {
   QScrollArea* area_ = nullptr;
   mapa_qt* map_ = nullptr;
   vista_lista* program_ = nullptr;
+  unsigned shown_rows_ = 0;  ///< of the program list, when it was last looked at
   bool closing_ = false;
 };
 
