@@ -8,8 +8,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QListView>
+#include <QPlainTextEdit>
 #include <QTimer>
 
 #include "tests/ventana/abierta.h"
@@ -197,6 +199,70 @@ TEST_F(teclado, arrow_keys_in_the_listing_go_to_the_address_of_its_line) {
   for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
   EXPECT_EQ(record.look(id::MP).row(), 1);
   EXPECT_EQ(record.look(id::INS).text(), "SLEEP");
+}
+
+/// The listing of two words, with the caret on the line of the second.
+class en_el_listado : public teclado {
+ protected:
+  en_el_listado() {
+    escribe("NOP");
+    tecla(Qt::Key_Return);
+    escribe("SLEEP");
+    click(id::Ensamblar);
+    click(id::sl, 1);
+    lst().setFocus(Qt::TabFocusReason);
+    for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
+    record.press_map(100);
+    window.actualiza();
+  }
+  QPlainTextEdit& lst() { return at<QPlainTextEdit>(id::lst); }
+  void suelta(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::simulateEvent(&lst(), false, key, modifiers, QString(), false, -1);
+  }
+  void aprieta(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::simulateEvent(&lst(), true, key, modifiers, QString(), false, -1);
+  }
+};
+
+TEST_F(en_el_listado, ctrl_a_and_ctrl_c_copy_it_whichever_key_is_released_first) {
+  for (const bool ctrl_first : {false, true}) {
+    QGuiApplication::clipboard()->setText("antes");
+    QTextCursor none = lst().textCursor();
+    none.clearSelection();
+    lst().setTextCursor(none);
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_C}) {
+      aprieta(Qt::Key_Control, Qt::ControlModifier);
+      aprieta(key, Qt::ControlModifier);
+      if (ctrl_first) suelta(Qt::Key_Control);
+      suelta(key, ctrl_first ? Qt::NoModifier : Qt::ControlModifier);
+      if (!ctrl_first) suelta(Qt::Key_Control);
+    }
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), lst().toPlainText());
+    EXPECT_GT(lst().toPlainText().size(), 20);
+    EXPECT_EQ(record.look(id::MP).row(), 100);
+  }
+}
+
+TEST_F(en_el_listado, keys_that_are_commands_are_no_key_of_it) {
+  for (const Qt::Key key : {Qt::Key_F9, Qt::Key_F1, Qt::Key_F12, Qt::Key_Control, Qt::Key_Shift, Qt::Key_Alt,
+                            Qt::Key_AltGr, Qt::Key_Meta, Qt::Key_CapsLock}) {
+    aprieta(key);
+    suelta(key);
+    EXPECT_EQ(record.look(id::MP).row(), 100) << key;
+  }
+  // A shortcut takes the press, and the release comes here.
+  aprieta(Qt::Key_0, Qt::ControlModifier);
+  suelta(Qt::Key_0);
+  EXPECT_EQ(record.look(id::MP).row(), 100);
+  // The arrow keys are, and so is the same key without Ctrl.
+  aprieta(Qt::Key_0);
+  suelta(Qt::Key_0);
+  EXPECT_EQ(record.look(id::MP).row(), 1);
+  record.press_map(100);
+  window.actualiza();
+  tecla(Qt::Key_Down);
+  tecla(Qt::Key_Up);
+  EXPECT_EQ(record.look(id::MP).row(), 1);
 }
 
 }  // namespace

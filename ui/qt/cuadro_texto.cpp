@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QSet>
 #include <QTextDocument>
 #include <QWheelEvent>
 
@@ -238,18 +239,62 @@ class listado final : public QPlainTextEdit {
   std::function<void()> tecla;
 
  protected:
+  bool event(QEvent* event) override {
+    // Told before a shortcut takes the key: its press is not seen here, its release is.
+    if (event->type() == QEvent::ShortcutOverride) anota(static_cast<const QKeyEvent&>(*event));
+    return QPlainTextEdit::event(event);
+  }
   void mouseReleaseEvent(QMouseEvent* event) override {
     QPlainTextEdit::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && clic) clic();
   }
+  void keyPressEvent(QKeyEvent* event) override {
+    anota(*event);
+    QPlainTextEdit::keyPressEvent(event);
+  }
   void keyReleaseEvent(QKeyEvent* event) override {
     QPlainTextEdit::keyReleaseEvent(event);
-    if (tecla) tecla();
+    const bool chord = es_acorde(*event) || chords_.contains(event->key());
+    if (!event->isAutoRepeat()) chords_.remove(event->key());
+    if (!chord && tecla) tecla();
+  }
+  void focusOutEvent(QFocusEvent* event) override {
+    chords_.clear();
+    QPlainTextEdit::focusOutEvent(event);
   }
   void wheelEvent(QWheelEvent* event) override {
     // With Ctrl, Qt makes the letters of a read-only text larger, but not the stops of its tabs.
     if ((event->modifiers() & Qt::ControlModifier) == 0) QPlainTextEdit::wheelEvent(event);
   }
+
+ private:
+  /// A key that is a command and no walk through the listing: a function key, one with Ctrl or Alt held, and
+  /// those that are held themselves.
+  static bool es_acorde(const QKeyEvent& event) {
+    switch (event.key()) {
+      case Qt::Key_Shift:
+      case Qt::Key_Control:
+      case Qt::Key_Alt:
+      case Qt::Key_AltGr:
+      case Qt::Key_Meta:
+      case Qt::Key_Super_L:
+      case Qt::Key_Super_R:
+      case Qt::Key_CapsLock:
+      case Qt::Key_NumLock:
+      case Qt::Key_ScrollLock: return true;
+      default: break;
+    }
+    if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35) return true;
+    return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  }
+  void anota(const QKeyEvent& event) {
+    if (es_acorde(event))
+      chords_.insert(event.key());
+    else
+      chords_.remove(event.key());
+  }
+
+  QSet<int> chords_;  ///< keys pressed as part of a command: Ctrl may be released before them
 };
 
 class enlace_listado final : public enlace_area {
