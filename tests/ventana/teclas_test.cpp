@@ -62,6 +62,32 @@ TEST_F(teclado, f9_leaves_the_program_list_to_the_arrow_keys) {
   for (int line = 0; line < 3; ++line) EXPECT_EQ(record.chip().breakpts[line], 1) << line;
 }
 
+// What a step closes must not leave the focus on the button that ends the program.
+TEST_F(teclado, enter_after_f7_in_the_frequency_does_not_end_the_program) {
+  for (const id where : {id::FREC, id::PIC}) {
+    click(id::por);
+    at(where).setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(QApplication::focusWidget(), &at(where));
+    pulsa(Qt::Key_F7);
+    EXPECT_EQ(record.focused(), (focus_place{id::eje1, 0}));
+    EXPECT_EQ(QApplication::focusWidget(), &at(id::eje1));
+    tecla(Qt::Key_Return);
+    EXPECT_FALSE(record.ended());
+  }
+}
+
+TEST_F(teclado, enter_after_f7_on_the_entry_button_erases_nothing) {
+  record.type(id::direc, "000");
+  record.type(id::INS, "NOP");
+  window.actualiza();
+  at(id::Entrarins).setFocus(Qt::TabFocusReason);
+  ASSERT_EQ(QApplication::focusWidget(), &at(id::Entrarins));
+  pulsa(Qt::Key_F7);
+  tecla(Qt::Key_Return);
+  EXPECT_EQ(record.chip().progmem[0], 0xA00);
+  EXPECT_EQ(QApplication::focusWidget(), &at(id::INS));
+}
+
 TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
   record.click_row(id::RE, 0, 1);
   window.actualiza();
@@ -115,6 +141,27 @@ TEST_F(teclado, a_held_f5_stays_one_press_and_a_held_f8_many) {
   pulsa(Qt::Key_F5);
   EXPECT_TRUE(went_on);
   EXPECT_FALSE(record.chip().running);
+}
+
+// Nor does Enter held down on a button press it again, but for those that are pressed many times.
+TEST_F(teclado, a_held_enter_presses_a_button_once_and_the_step_button_many_times) {
+  const auto held = [this](id where) {
+    at(where).setFocus(Qt::TabFocusReason);
+    for (int times = 0; times < 3; ++times)
+      QTest::simulateEvent(&at(where), true, Qt::Key_Return, {}, QString(), true, -1);
+  };
+  held(id::eje1);
+  EXPECT_EQ(record.chip().cycles, 7);  // the first step of a reset counts one more
+  held(id::break_);
+  EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
+  bool went_on = false;
+  durante([&] {
+    held(id::ejecutar);
+    went_on = record.chip().running;
+    pulsa(Qt::Key_F5);
+  });
+  pulsa(Qt::Key_F5);
+  EXPECT_TRUE(went_on);
 }
 
 TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {

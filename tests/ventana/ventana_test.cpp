@@ -1,6 +1,7 @@
 // The window in real widgets: nested loops, closing, keys, boxes and dialogs as Qt brings them.
 #include "ui/qt/ventana.h"
 
+#include <chrono>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string_view>
@@ -488,7 +489,190 @@ TEST_F(ventana_abierta, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
   EXPECT_EQ(record.look(id::STATUS).text().front(), '1');
 }
 
+// --- a box that comes back ---
+
+/// A run whose watchdog runs out every 144 cycles: no time passes between two boxes that a person could use.
+class vigilada : public ventana_abierta {
+ protected:
+  vigilada() {
+    record.type(id::FREC, "32");
+    record.click(id::WATCHDOG);
+    window.actualiza();
+    chipstate& chip = record.poke();
+    chip.progmem[2047] = 0xC00;  // MOVLW 00
+    chip.progmem[0] = 0x002;     // OPTION: no divisor
+    chip.progmem[1] = 0xA01;     // GOTO 001
+    // Were nothing served in it, the test would stand still here and not pass by waiting.
+    host.pon_descanso(std::chrono::hours(1));
+  }
+  static QMessageBox* caja() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+  /// A key that is held down.
+  static void repite(QWidget& where, Qt::Key key) {
+    QTest::simulateEvent(&where, true, key, {}, QString(), true, -1);
+  }
+  /// Runs, closes each box by Enter held down, and does something in the rest after the box of that number.
+  void descansando(int after, const std::function<void()>& then) {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+      if (caja() != nullptr) {
+        ++boxes;
+        if (boxes > 50) record.click(id::ejecutar);
+        repite(*caja(), Qt::Key_Return);
+      } else if (boxes == after) {
+        poll.stop();
+        // Without a window manager nobody gives the focus back.
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        then();
+      }
+    });
+    poll.start(1);
+    click(id::ejecutar);
+  }
+  int boxes = 0;
+};
+
+TEST_F(vigilada, every_way_to_stop_is_served_between_two_boxes_though_enter_is_held) {
+  const std::function<void()> ways[] = {
+      [&] { click(id::ejecutar); },
+      [&] { QTest::keyClick(&window, Qt::Key_F5); },
+      [&] { QTest::keyClick(&window, Qt::Key_P, Qt::AltModifier); },
+      [&] { QTest::keyClick(&at(id::ejecutar), Qt::Key_Space); },
+  };
+  for (const auto& way : ways) {
+    boxes = 0;
+    descansando(1, [&] {
+      ASSERT_EQ(QApplication::focusWidget(), &at(id::ejecutar));
+      for (int times = 0; times < 20; ++times) repite(*QApplication::focusWidget(), Qt::Key_Return);
+      EXPECT_TRUE(record.chip().running);
+      way();
+    });
+    EXPECT_EQ(boxes, 1);
+    EXPECT_FALSE(record.chip().running);
+    EXPECT_EQ(at<QPushButton>(id::ejecutar).text(), "Ejecu&tar");
+  }
+}
+
+TEST_F(vigilada, closing_between_two_boxes_asks_for_what_is_unsaved_and_ends_the_program) {
+  record.type(id::source, "algo");
+  const auto resting = [&] { return boxes == 1 && caja() == nullptr; };
+  int questions = 0;
+  QTimer answers;
+  QObject::connect(&answers, &QTimer::timeout, &answers, [&] {
+    QMessageBox* const shown = caja();
+    if (shown == nullptr) return;
+    QAbstractButton* const no = shown->button(QMessageBox::No);
+    ++(no != nullptr ? questions : boxes);
+    (no != nullptr ? no : shown->button(QMessageBox::Ok))->click();
+  });
+  answers.start(1);
+  run([&] { click(id::ejecutar); }, resting, [&] { window.close(); });
+  EXPECT_EQ(boxes, 1);
+  EXPECT_EQ(questions, 1);
+  EXPECT_TRUE(record.ended());
+}
+
+TEST_F(vigilada, the_window_is_painted_and_edited_between_two_boxes) {
+  descansando(1, [&] {
+    EXPECT_EQ(at<QLabel>(id::STATUS).text(), "00001000");
+    click(id::source);
+    QTest::keyClicks(&at(id::source), "NOP");
+    click(id::ejecutar);
+  });
+  EXPECT_EQ(record.look(id::source).text(), "NOP");
+}
+
+TEST_F(vigilada, a_held_enter_breaks_no_line_of_the_source_behind_the_box) {
+  descansando(1, [&] {
+    at(id::source).setFocus();
+    repite(at(id::source), Qt::Key_Return);
+    EXPECT_EQ(record.look(id::source).text(), "");
+    // A press of its own counts again.
+    QTest::keyClick(&at(id::source), Qt::Key_Return);
+    EXPECT_EQ(record.look(id::source).text(), "\r\n");
+    repite(at(id::source), Qt::Key_Return);
+    EXPECT_EQ(record.look(id::source).text(), "\r\n\r\n");
+    click(id::ejecutar);
+  });
+}
+
+TEST_F(vigilada, the_run_goes_on_by_itself_after_its_rest) {
+  host.pon_descanso(std::chrono::milliseconds(1));
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+    if (caja() == nullptr) return;
+    if (++boxes == 3) record.click(id::ejecutar);
+    caja()->button(QMessageBox::Ok)->click();
+  });
+  poll.start(1);
+  click(id::ejecutar);
+  EXPECT_EQ(boxes, 3);
+}
+
 // --- boxes and dialogs ---
+
+TEST_F(ventana_abierta, a_question_of_two_buttons_is_not_closed_without_an_answer) {
+  const std::function<void(QDialog&)> tries[] = {
+      [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
+      [](QDialog& dialog) { QTest::keyClick(dialog.findChild<QPushButton*>(), Qt::Key_Escape); },
+      [](QDialog& dialog) { dialog.close(); },
+      [](QDialog& dialog) { dialog.reject(); },
+  };
+  for (const auto& attempt : tries) {
+    answer given = answer::ok;
+    with_box([&] { given = host.mensaje(box::yesno, "algo"); },
+             [&](QDialog& dialog) {
+               attempt(dialog);
+               EXPECT_TRUE(dialog.isVisible());
+               if (dialog.isVisible()) dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
+             });
+    EXPECT_EQ(given, answer::yes);
+  }
+}
+
+TEST_F(ventana_abierta, a_question_of_three_buttons_is_cancelled_by_escape_and_by_its_close_button) {
+  for (const bool by_key : {true, false}) {
+    answer given = answer::ok;
+    with_box([&] { given = host.mensaje(box::yesnocancel, "algo"); },
+             [&](QDialog& dialog) {
+               if (by_key)
+                 QTest::keyClick(&dialog, Qt::Key_Escape);
+               else
+                 dialog.close();
+             });
+    EXPECT_EQ(given, answer::cancel);
+  }
+}
+
+TEST_F(ventana_abierta, an_enter_that_is_held_down_answers_no_question) {
+  for (const box kind : {box::yesno, box::yesnocancel}) {
+    answer given = answer::ok;
+    with_box([&] { given = host.mensaje(kind, "algo"); },
+             [&](QDialog& dialog) {
+               auto& question = dynamic_cast<QMessageBox&>(dialog);
+               for (int times = 0; times < 3; ++times)
+                 QTest::simulateEvent(question.button(QMessageBox::Yes), true, Qt::Key_Return, {}, QString(),
+                                      true, -1);
+               EXPECT_TRUE(dialog.isVisible());
+               if (!dialog.isVisible()) return;
+               QTest::keyClick(question.button(QMessageBox::No), Qt::Key_Return);
+             });
+    EXPECT_EQ(given, answer::no);
+  }
+}
+
+TEST_F(ventana_abierta, escape_on_the_questions_of_closing_loses_nothing) {
+  record.type(id::source, "algo");
+  run([&] { window.close(); }, [] { return QApplication::activeModalWidget() != nullptr; },
+      [&] {
+        auto& question = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+        QTest::keyClick(&question, Qt::Key_Escape);
+        EXPECT_FALSE(record.ended());
+        EXPECT_TRUE(question.isVisible());
+        question.button(QMessageBox::No)->click();
+      });
+  EXPECT_TRUE(record.ended());
+}
 
 TEST_F(ventana_abierta, questions_are_asked_in_spanish_in_a_fixed_order) {
   record.type(id::source, "algo");

@@ -5,8 +5,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
@@ -29,6 +31,8 @@ constexpr auto frame = 16800us;
 /// Steps between two looks at the clock. A look costs 30 ns, a step 10 to 25, and the slowest step a few
 /// microseconds: the turn is kept whatever the program does.
 constexpr int steps_between_looks = 256;
+/// After a box that may come back at once: long enough to find the button that stops the run, and to hit it.
+constexpr auto usual_rest = 1000ms;
 /// While the chip sleeps nothing but the person can change it, so the run waits for the person.
 constexpr auto nap = 10ms;
 
@@ -63,7 +67,50 @@ void rotula(QMessageBox& shown) {
     }
 }
 
+/// A box that is not answered by accident.
+class caja final : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+
+  /// Qt would take Escape and the box's close button for No, which may be the answer that loses what is
+  /// unsaved.
+  void solo_respuestas() {
+    only_answers_ = true;
+    setWindowFlag(Qt::WindowCloseButtonHint, false);
+  }
+  /// The Enter key that was held down as the question came up does not answer it.
+  void sin_repetir() {
+    for (QAbstractButton* const button : buttons()) button->installEventFilter(this);
+  }
+
+  void reject() override {
+    if (!only_answers_) QMessageBox::reject();
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return QMessageBox::eventFilter(watched, event);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (only_answers_ && event->matches(QKeySequence::Cancel)) return;
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (only_answers_)
+      event->ignore();
+    else
+      QMessageBox::closeEvent(event);
+  }
+
+ private:
+  bool only_answers_ = false;
+};
+
 }  // namespace
+
+anfitrion_qt::anfitrion_qt() : rest_(usual_rest) {}
 
 void anfitrion_qt::pon_al_dia() {
   if (window_ != nullptr) window_->actualiza();
@@ -73,7 +120,7 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
   // What is still asked while the program ends gets the answer of a box that was closed.
   if (ended_) return anfitrion::mensaje(kind, text);
   pon_al_dia();
-  QMessageBox shown(window_);
+  caja shown(window_);
   shown.setStyleSheet(QString::fromLatin1(fixed_order));
   shown.setWindowTitle(QStringLiteral("Estructura"));
   // A file name may hold what looks like markup.
@@ -85,7 +132,11 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
     if (cancels) buttons |= QMessageBox::Cancel;
     shown.setStandardButtons(buttons);
     shown.setDefaultButton(QMessageBox::Yes);
-    shown.setEscapeButton(cancels ? QMessageBox::Cancel : QMessageBox::No);
+    if (cancels)
+      shown.setEscapeButton(QMessageBox::Cancel);
+    else
+      shown.solo_respuestas();
+    shown.sin_repetir();
   } else {
     shown.setStandardButtons(QMessageBox::Ok);
     shown.setDefaultButton(QMessageBox::Ok);
@@ -95,7 +146,9 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
     }
   }
   rotula(shown);
-  switch (shown.exec()) {
+  const int chosen = shown.exec();
+  held_.box_closed();
+  switch (chosen) {
     case QMessageBox::Yes: return answer::yes;
     case QMessageBox::No: return answer::no;
     case QMessageBox::Ok: return answer::ok;
@@ -116,7 +169,9 @@ std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std:
     if (place.dir().exists()) dialog.setDirectory(place.dir());
     dialog.selectFile(place.fileName());
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  const int ended_with = dialog.exec();
+  held_.box_closed();
+  if (ended_with != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst().toStdString();
 }
 
@@ -150,6 +205,20 @@ int anfitrion_qt::cede() {
   }
   attended_ = reloj::now();
   return steps_between_looks;
+}
+
+void anfitrion_qt::descansa() {
+  if (window_ == nullptr || ended_) return;
+  window_->actualiza();
+  QTimer alarm;
+  alarm.setSingleShot(true);
+  alarm.start(rest_);
+  // The next box would take an open menu away, and a button from under the mouse that has pressed it.
+  const auto in_the_middle = [] {
+    return QApplication::activePopupWidget() != nullptr || QApplication::mouseButtons() != Qt::NoButton;
+  };
+  while ((alarm.isActive() || in_the_middle()) && !ended_ && window_->estructura().chip().running)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 void anfitrion_qt::termina() {

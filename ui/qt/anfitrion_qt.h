@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "ui/anfitrion.h"
+#include "ui/qt/teclas.h"
 
 namespace estructura {
 
@@ -22,6 +23,8 @@ class ventana;
 
 class anfitrion_qt : public anfitrion {
  public:
+  anfitrion_qt();
+
   /// The window that boxes stand in front of and that a run keeps alive; none at first.
   void pon_ventana(ventana* window) { window_ = window; }
 
@@ -32,7 +35,10 @@ class anfitrion_qt : public anfitrion {
   void pon_portapapeles(std::string_view text) override;
   void pita() override;
   int cede() override;
+  void descansa() override;
   void termina() override;
+  /// How long a run rests; what a test would wait for otherwise.
+  void pon_descanso(std::chrono::milliseconds rest) { rest_ = rest; }
 
  protected:
   /// The person sees what the handler sees: whatever opens a box calls this first.
@@ -43,6 +49,8 @@ class anfitrion_qt : public anfitrion {
 
   ventana* window_ = nullptr;
   bool ended_ = false;
+  std::chrono::milliseconds rest_;
+  tecla_retenida held_;
   reloj::time_point attended_;    ///< when pending events were last handled
   reloj::time_point next_frame_;  ///< when the window is to be painted next
 };

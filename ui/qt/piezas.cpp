@@ -146,6 +146,14 @@ QSize pulsador::sizeHint() const {
   return {minimumWidth() > 0 ? minimumWidth() : styled.width(), styled.height()};
 }
 
+void pulsador::keyPressEvent(QKeyEvent* event) {
+  // Qt presses once more for each repeat: the key that has started a run would stop it, and the one that
+  // opened a box answer it.
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && event->isAutoRepeat() && !repite) return;
+  QPushButton::keyPressEvent(event);
+}
+
 void combo_quieto::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }

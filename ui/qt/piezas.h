@@ -56,9 +56,14 @@ class marcas_a_medida final : public QProxyStyle {
 /// A push button as wide as it was told to be at least: styles would make a short caption's button wide.
 class pulsador final : public QPushButton {
  public:
+  bool repite = false;  ///< the Enter key, held down, goes on pressing it
+
   pulsador();
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// The wheel or a key over the closed list would change the device, and forget what is unsaved, of someone

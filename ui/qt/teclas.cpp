@@ -1,5 +1,7 @@
 #include "ui/qt/teclas.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QShortcut>
 
 #include "ui/qt/ventana.h"
@@ -31,6 +33,26 @@ void pon_teclas(ventana& window) {
     QObject::connect(shortcut, &QShortcut::activated, &window,
                      [&window, button = one.button] { window.pulsa(button); });
   }
+}
+
+void tecla_retenida::box_closed() {
+  // Installed once, however often.
+  qApp->installEventFilter(this);
+}
+
+bool tecla_retenida::eventFilter(QObject* watched, QEvent* event) {
+  const bool press = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+  if (!press && event->type() != QEvent::KeyRelease) return QObject::eventFilter(watched, event);
+  auto& key = static_cast<QKeyEvent&>(*event);
+  if (!key.isAutoRepeat()) {
+    // A key of its own, or the end of the held one.
+    qApp->removeEventFilter(this);
+    return false;
+  }
+  if (QApplication::activeModalWidget() != nullptr) return false;
+  // Accepted, it is not looked up among the shortcuts either.
+  key.accept();
+  return true;
 }
 
 }  // namespace estructura

@@ -6,7 +6,11 @@
 //   F9        break: breakpoint at the address of `direc`
 //
 //   pon_teclas(window);
+//
+// And the key that has closed a box, which goes on in the window until it is released.
 #pragma once
+
+#include <QObject>
 
 namespace estructura {
 
@@ -14,5 +18,14 @@ class ventana;
 
 /// For as long as the window lives. The buttons may be made anew meanwhile.
 void pon_teclas(ventana& window);
+
+/// The key that closed a box and is held down goes on sending presses to whatever has the focus behind it:
+/// they would press the run button, or break lines in the source. Until it is released, or another is
+/// pressed, they reach boxes only.
+class tecla_retenida final : public QObject {
+ public:
+  void box_closed();
+  bool eventFilter(QObject* watched, QEvent* event) override;
+};
 
 }  // namespace estructura
