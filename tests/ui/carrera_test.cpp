@@ -266,6 +266,9 @@ TEST(run, rests_after_each_watchdog_box_between_two_steps) {
   w.view.click(id::WATCHDOG);
   w.desktop.steps_between_turns = 1 << 20;
   w.view.poke().wdtcount = w.chip().wdtlimit - 1;
+  w.desktop.at_box = [&] {
+    if (w.desktop.boxes.size() > 3) w.view.poke().running = false;
+  };
   w.desktop.at_rest = [&] {
     EXPECT_EQ(w.desktop.boxes.size(), static_cast<std::size_t>(w.desktop.rests));
     // The step is whole: reset, and its row shown.

@@ -301,6 +301,11 @@ TEST_F(en_el_listado, keys_that_are_commands_are_no_key_of_it) {
   aprieta(Qt::Key_0, Qt::ControlModifier);
   suelta(Qt::Key_0);
   EXPECT_EQ(record.look(id::MP).row(), 100);
+  // Pressed elsewhere, before the focus came here.
+  suelta(Qt::Key_F7);
+  suelta(Qt::Key_Control);
+  suelta(Qt::Key_B, Qt::ControlModifier);
+  EXPECT_EQ(record.look(id::MP).row(), 100);
   // The arrow keys are, and so is the same key without Ctrl.
   aprieta(Qt::Key_0);
   suelta(Qt::Key_0);

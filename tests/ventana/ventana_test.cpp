@@ -307,8 +307,10 @@ TEST_F(pequena, a_step_brings_its_line_into_sight_wherever_the_window_was_scroll
   }
 }
 
-TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps) {
-  toma({640, 480});
+TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps_and_what_is_seen_of_the_list_shows_the_line) {
+  record.poke().progmem[0x80] = 0xA72;  // GOTO 072, above in the same list
+  record.poke().progmem[0x72] = 0xA80;
+  toma({1000, 500});
   area().ensureWidgetVisible(&at(id::eje1));
   QTest::mouseMove(&at(id::eje1));
   ASSERT_TRUE(QTest::qWaitFor([&] { return at(id::eje1).underMouse(); }));
@@ -316,8 +318,17 @@ TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps) {
   for (int times = 0; times < 4; ++times) {
     click(id::eje1);
     EXPECT_EQ(at(id::eje1).mapTo(&window, QPoint()), before);
+    EXPECT_TRUE(line_in_sight());
   }
-  EXPECT_GT(record.chip().cycles, 4);
+  // Nor where nothing of the list is seen.
+  toma({500, 300});
+  area().ensureWidgetVisible(&at(id::eje1));
+  area().horizontalScrollBar()->setValue(area().horizontalScrollBar()->maximum());
+  QTest::mouseMove(&at(id::eje1));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return at(id::eje1).underMouse(); }));
+  const QPoint there = at(id::eje1).mapTo(&window, QPoint());
+  click(id::eje1);
+  EXPECT_EQ(at(id::eje1).mapTo(&window, QPoint()), there);
 }
 
 TEST_F(pequena, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
