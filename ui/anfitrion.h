@@ -54,7 +54,7 @@ class anfitrion {
   /// A box that comes back every few milliseconds of a run leaves the person no moment to stop it: after such
   /// a box the run stands between two steps and rests here. Whoever shows boxes to people serves the window
   /// meanwhile, for about a second, or until the run is stopped or the program ends.
-  virtual void descansa() {}
+  virtual void rest() {}
 
   /// The program ends: the window closes and nothing more is done in it.
   virtual void termina() {}

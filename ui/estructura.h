@@ -129,7 +129,7 @@ class Estructura final : private run_listener, private event_sink {
   void warn_watchdog() override;
   void guard_focus() override;
   void click_ejecutar() override { ejecutar_Click(0); }
-  void rest() override { host_.descansa(); }
+  void rest() override { host_.rest(); }
   int cede() override { return host_.cede(); }
 
   // event_sink: what the controls report.

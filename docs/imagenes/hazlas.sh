@@ -78,7 +78,7 @@ i=docs/imagenes
 foto $i/paneles.png --asm $primero --pasos 40 \
   --numera "source mapa MP Label2 Frame2 Label11> dirmd(1) Frame5 Frame4 Frame3"
 foto $i/fuente.png --asm $primero --panel "Label5 FILASM source clip cargarasm Ensamblar"
-foto $i/mapa.png --device 16C54 --asm ejemplos/parpadeo.asm --breakpoint 005 --pasos 5 --panel "mapa MP" --alto 240
+foto $i/mapa.png --device 16C54 --asm ejemplos/parpadeo.asm --breakpoint 005 --pasos 5 --panel "map_breakpoints mapa MP" --alto 240
 foto $i/programa.png --device 16C54 --asm ejemplos/parpadeo.asm --breakpoint 005 --pasos 5 \
   --panel "Label10 FILHEX MP" --alto 300
 foto $i/instruccion.png --asm $primero direc=003 "INS=DECF PB,1" --panel Frame1

@@ -63,7 +63,7 @@ class anfitrion_retrato final : public estructura::anfitrion_qt {
     }
     return kind == estructura::box::ok ? estructura::answer::ok : estructura::answer::yes;
   }
-  void descansa() override {}
+  void rest() override {}
   std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
     return path;
   }

@@ -126,7 +126,7 @@ class host final : public anfitrion_qt {
   std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
     return {};
   }
-  void descansa() override {}
+  void rest() override {}
   int cede() override {
     const int turns = anfitrion_qt::cede();
     steps += turns;

@@ -58,7 +58,7 @@ class anfitrion_guiado : public Base {
     return desk_.choose(save, filter, extension, proposed);
   }
   void pita() override { ++desk_.beeps; }
-  void descansa() override {}
+  void rest() override {}
   int cede() override {
     const int passed = desk_.granted;
     base_left_ -= passed;

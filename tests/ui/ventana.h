@@ -49,7 +49,7 @@ class escritorio final : public anfitrion {
     }
     return steps_between_turns;
   }
-  void descansa() override {
+  void rest() override {
     ++rests;
     if (at_rest) at_rest();
   }

@@ -31,7 +31,7 @@ class anfitrion_callado final : public anfitrion_qt {
     return file;
   }
 
-  void descansa() override {}
+  void rest() override {}
 
   int boxes = 0;
   std::function<void()> at_box;

@@ -398,17 +398,17 @@ TEST_F(mapa, a_press_of_any_button_counts_and_so_does_the_second_of_a_double_cli
   for (const double y : pressed) EXPECT_NEAR(y, 1000, 5);
 }
 
-class margen : public mapa {
+class map_margins : public mapa {
  protected:
-  margen() {
+  map_margins() {
     map.setParent(&panel);
     QPalette light;
     light.setColor(QPalette::Window, Qt::white);
     panel.setPalette(light);
   }
-  ~margen() override { map.setParent(nullptr); }
+  ~map_margins() override { map.setParent(nullptr); }
   /// Heights of the strip's own pixels that are not its ground.
-  std::vector<int> marked(margen_mapa& strip) {
+  std::vector<int> marked(map_margin& strip) {
     painted(410, 1);
     strip.setParent(&panel);
     strip.resize(12, map.height());
@@ -428,8 +428,8 @@ class margen : public mapa {
   QWidget panel;
 };
 
-TEST_F(margen, shows_a_disc_at_each_breakpoint_and_none_for_words) {
-  margen_mapa strip(map, margen_mapa::lado::paradas);
+TEST_F(map_margins, shows_a_disc_at_each_breakpoint_and_none_for_words) {
+  map_margin strip(map, map_margin::marks::breakpoints);
   view.rows.fill(map_colour::yellow);
   view.marker = 300;
   EXPECT_EQ(marked(strip), std::vector<int>{});
@@ -445,8 +445,8 @@ TEST_F(margen, shows_a_disc_at_each_breakpoint_and_none_for_words) {
   }
 }
 
-TEST_F(margen, shows_an_arrow_at_the_marker_and_nothing_without_one) {
-  margen_mapa strip(map, margen_mapa::lado::marca);
+TEST_F(map_margins, shows_an_arrow_at_the_marker_and_nothing_without_one) {
+  map_margin strip(map, map_margin::marks::marker);
   view.rows.fill(map_colour::blue);
   EXPECT_EQ(marked(strip), std::vector<int>{});
   for (const int address : {0, 1000, 2047}) {
@@ -458,8 +458,8 @@ TEST_F(margen, shows_an_arrow_at_the_marker_and_nothing_without_one) {
   }
 }
 
-TEST_F(margen, is_the_map_for_the_mouse) {
-  margen_mapa strip(map, margen_mapa::lado::paradas);
+TEST_F(map_margins, is_the_map_for_the_mouse) {
+  map_margin strip(map, map_margin::marks::breakpoints);
   marked(strip);
   double pressed = -1;
   map.pulsado = [&](double y) { pressed = y; };
@@ -473,7 +473,7 @@ TEST_F(aspecto, the_margins_stand_beside_the_map_as_high_as_it) {
   int left = 0;
   int right = 0;
   for (const QWidget* const one : strips) {
-    const auto* const strip = dynamic_cast<const margen_mapa*>(one);
+    const auto* const strip = dynamic_cast<const map_margin*>(one);
     if (strip == nullptr) continue;
     EXPECT_EQ(strip->geometry().top(), map.geometry().top());
     EXPECT_EQ(strip->height(), map.height());

@@ -249,9 +249,9 @@ TEST_F(teclado, arrow_keys_in_the_listing_go_to_the_address_of_its_line) {
 }
 
 /// The listing of two words, with the caret on the line of the second.
-class en_el_listado : public teclado {
+class in_the_listing : public teclado {
  protected:
-  en_el_listado() {
+  in_the_listing() {
     escribe("NOP");
     tecla(Qt::Key_Return);
     escribe("SLEEP");
@@ -263,26 +263,26 @@ class en_el_listado : public teclado {
     window.actualiza();
   }
   QPlainTextEdit& lst() { return at<QPlainTextEdit>(id::lst); }
-  void suelta(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  void release_key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::simulateEvent(&lst(), false, key, modifiers, QString(), false, -1);
   }
-  void aprieta(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  void press_key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::simulateEvent(&lst(), true, key, modifiers, QString(), false, -1);
   }
 };
 
-TEST_F(en_el_listado, ctrl_a_and_ctrl_c_copy_it_whichever_key_is_released_first) {
+TEST_F(in_the_listing, ctrl_a_and_ctrl_c_copy_it_whichever_key_is_released_first) {
   for (const bool ctrl_first : {false, true}) {
     QGuiApplication::clipboard()->setText("antes");
     QTextCursor none = lst().textCursor();
     none.clearSelection();
     lst().setTextCursor(none);
     for (const Qt::Key key : {Qt::Key_A, Qt::Key_C}) {
-      aprieta(Qt::Key_Control, Qt::ControlModifier);
-      aprieta(key, Qt::ControlModifier);
-      if (ctrl_first) suelta(Qt::Key_Control);
-      suelta(key, ctrl_first ? Qt::NoModifier : Qt::ControlModifier);
-      if (!ctrl_first) suelta(Qt::Key_Control);
+      press_key(Qt::Key_Control, Qt::ControlModifier);
+      press_key(key, Qt::ControlModifier);
+      if (ctrl_first) release_key(Qt::Key_Control);
+      release_key(key, ctrl_first ? Qt::NoModifier : Qt::ControlModifier);
+      if (!ctrl_first) release_key(Qt::Key_Control);
     }
     EXPECT_EQ(QGuiApplication::clipboard()->text(), lst().toPlainText());
     EXPECT_GT(lst().toPlainText().size(), 20);
@@ -290,25 +290,25 @@ TEST_F(en_el_listado, ctrl_a_and_ctrl_c_copy_it_whichever_key_is_released_first)
   }
 }
 
-TEST_F(en_el_listado, keys_that_are_commands_are_no_key_of_it) {
+TEST_F(in_the_listing, keys_that_are_commands_are_no_key_of_it) {
   for (const Qt::Key key : {Qt::Key_F9, Qt::Key_F1, Qt::Key_F12, Qt::Key_Control, Qt::Key_Shift, Qt::Key_Alt,
                             Qt::Key_AltGr, Qt::Key_Meta, Qt::Key_CapsLock}) {
-    aprieta(key);
-    suelta(key);
+    press_key(key);
+    release_key(key);
     EXPECT_EQ(record.look(id::MP).row(), 100) << key;
   }
   // A shortcut takes the press, and the release comes here.
-  aprieta(Qt::Key_0, Qt::ControlModifier);
-  suelta(Qt::Key_0);
+  press_key(Qt::Key_0, Qt::ControlModifier);
+  release_key(Qt::Key_0);
   EXPECT_EQ(record.look(id::MP).row(), 100);
   // Pressed elsewhere, before the focus came here.
-  suelta(Qt::Key_F7);
-  suelta(Qt::Key_Control);
-  suelta(Qt::Key_B, Qt::ControlModifier);
+  release_key(Qt::Key_F7);
+  release_key(Qt::Key_Control);
+  release_key(Qt::Key_B, Qt::ControlModifier);
   EXPECT_EQ(record.look(id::MP).row(), 100);
   // The arrow keys are, and so is the same key without Ctrl.
-  aprieta(Qt::Key_0);
-  suelta(Qt::Key_0);
+  press_key(Qt::Key_0);
+  release_key(Qt::Key_0);
   EXPECT_EQ(record.look(id::MP).row(), 1);
   record.press_map(100);
   window.actualiza();

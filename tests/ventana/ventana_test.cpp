@@ -272,14 +272,14 @@ TEST_F(ventana_abierta, an_address_typed_again_brings_its_line_into_sight) {
 }
 
 /// A window smaller than its controls.
-class pequena : public ventana_abierta {
+class small_window : public ventana_abierta {
  protected:
-  pequena() {
+  small_window() {
     record.poke().progmem[2047] = 0xA80;  // GOTO 080
     record.poke().progmem[0x80] = 0xA01;  // GOTO 001
     record.poke().progmem[1] = 0xA80;
   }
-  void toma(const QSize& size) {
+  void resize_to(const QSize& size) {
     window.resize(size);
     QCoreApplication::processEvents();
     ASSERT_TRUE(area().horizontalScrollBar()->maximum() > 0);
@@ -292,9 +292,9 @@ class pequena : public ventana_abierta {
   }
 };
 
-TEST_F(pequena, a_step_brings_its_line_into_sight_wherever_the_window_was_scrolled) {
+TEST_F(small_window, a_step_brings_its_line_into_sight_wherever_the_window_was_scrolled) {
   for (const QSize& size : {QSize(1000, 500), QSize(640, 480), QSize(500, 300)}) {
-    toma(size);
+    resize_to(size);
     auto& across = *area().horizontalScrollBar();
     auto& down = *area().verticalScrollBar();
     for (const int x : {0, across.maximum()})
@@ -307,10 +307,11 @@ TEST_F(pequena, a_step_brings_its_line_into_sight_wherever_the_window_was_scroll
   }
 }
 
-TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps_and_what_is_seen_of_the_list_shows_the_line) {
+TEST_F(small_window,
+       nothing_moves_from_under_the_mouse_that_steps_and_what_is_seen_of_the_list_shows_the_line) {
   record.poke().progmem[0x80] = 0xA72;  // GOTO 072, above in the same list
   record.poke().progmem[0x72] = 0xA80;
-  toma({1000, 500});
+  resize_to({1000, 500});
   area().ensureWidgetVisible(&at(id::eje1));
   QTest::mouseMove(&at(id::eje1));
   ASSERT_TRUE(QTest::qWaitFor([&] { return at(id::eje1).underMouse(); }));
@@ -321,7 +322,7 @@ TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps_and_what_is_seen_o
     EXPECT_TRUE(line_in_sight());
   }
   // Nor where nothing of the list is seen.
-  toma({500, 300});
+  resize_to({500, 300});
   area().ensureWidgetVisible(&at(id::eje1));
   area().horizontalScrollBar()->setValue(area().horizontalScrollBar()->maximum());
   QTest::mouseMove(&at(id::eje1));
@@ -331,8 +332,8 @@ TEST_F(pequena, nothing_moves_from_under_the_mouse_that_steps_and_what_is_seen_o
   EXPECT_EQ(at(id::eje1).mapTo(&window, QPoint()), there);
 }
 
-TEST_F(pequena, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
-  toma({640, 480});
+TEST_F(small_window, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
+  resize_to({640, 480});
   auto& across = *area().horizontalScrollBar();
   int seen = -1;
   run_program([&] { return running(); },
@@ -503,9 +504,9 @@ TEST_F(ventana_abierta, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
 // --- a box that comes back ---
 
 /// A run whose watchdog runs out every 144 cycles: no time passes between two boxes that a person could use.
-class vigilada : public ventana_abierta {
+class watchdog_run : public ventana_abierta {
  protected:
-  vigilada() {
+  watchdog_run() {
     record.type(id::FREC, "32");
     record.click(id::WATCHDOG);
     window.actualiza();
@@ -514,21 +515,21 @@ class vigilada : public ventana_abierta {
     chip.progmem[0] = 0x002;     // OPTION: no divisor
     chip.progmem[1] = 0xA01;     // GOTO 001
     // Were nothing served in it, the test would stand still here and not pass by waiting.
-    host.pon_descanso(std::chrono::hours(1));
+    host.set_rest(std::chrono::hours(1));
   }
-  static QMessageBox* caja() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+  static QMessageBox* open_box() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
   /// A key that is held down.
-  static void repite(QWidget& where, Qt::Key key) {
+  static void hold(QWidget& where, Qt::Key key) {
     QTest::simulateEvent(&where, true, key, {}, QString(), true, -1);
   }
   /// Runs, closes each box by Enter held down, and does something in the rest after the box of that number.
-  void descansando(int after, const std::function<void()>& then) {
+  void in_the_rest_after(int after, const std::function<void()>& then) {
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-      if (caja() != nullptr) {
+      if (open_box() != nullptr) {
         ++boxes;
         if (boxes > 50) record.click(id::ejecutar);
-        repite(*caja(), Qt::Key_Return);
+        hold(*open_box(), Qt::Key_Return);
       } else if (boxes == after) {
         poll.stop();
         // Without a window manager nobody gives the focus back.
@@ -543,7 +544,7 @@ class vigilada : public ventana_abierta {
   int boxes = 0;
 };
 
-TEST_F(vigilada, every_way_to_stop_is_served_between_two_boxes_though_enter_is_held) {
+TEST_F(watchdog_run, every_way_to_stop_is_served_between_two_boxes_though_enter_is_held) {
   const std::function<void()> ways[] = {
       [&] { click(id::ejecutar); },
       [&] { QTest::keyClick(&window, Qt::Key_F5); },
@@ -552,9 +553,9 @@ TEST_F(vigilada, every_way_to_stop_is_served_between_two_boxes_though_enter_is_h
   };
   for (const auto& way : ways) {
     boxes = 0;
-    descansando(1, [&] {
+    in_the_rest_after(1, [&] {
       ASSERT_EQ(QApplication::focusWidget(), &at(id::ejecutar));
-      for (int times = 0; times < 20; ++times) repite(*QApplication::focusWidget(), Qt::Key_Return);
+      for (int times = 0; times < 20; ++times) hold(*QApplication::focusWidget(), Qt::Key_Return);
       EXPECT_TRUE(record.chip().running);
       way();
     });
@@ -564,13 +565,13 @@ TEST_F(vigilada, every_way_to_stop_is_served_between_two_boxes_though_enter_is_h
   }
 }
 
-TEST_F(vigilada, closing_between_two_boxes_asks_for_what_is_unsaved_and_ends_the_program) {
+TEST_F(watchdog_run, closing_between_two_boxes_asks_for_what_is_unsaved_and_ends_the_program) {
   record.type(id::source, "algo");
-  const auto resting = [&] { return boxes == 1 && caja() == nullptr; };
+  const auto resting = [&] { return boxes == 1 && open_box() == nullptr; };
   int questions = 0;
   QTimer answers;
   QObject::connect(&answers, &QTimer::timeout, &answers, [&] {
-    QMessageBox* const shown = caja();
+    QMessageBox* const shown = open_box();
     if (shown == nullptr) return;
     QAbstractButton* const no = shown->button(QMessageBox::No);
     ++(no != nullptr ? questions : boxes);
@@ -583,8 +584,8 @@ TEST_F(vigilada, closing_between_two_boxes_asks_for_what_is_unsaved_and_ends_the
   EXPECT_TRUE(record.ended());
 }
 
-TEST_F(vigilada, the_window_is_painted_and_edited_between_two_boxes) {
-  descansando(1, [&] {
+TEST_F(watchdog_run, the_window_is_painted_and_edited_between_two_boxes) {
+  in_the_rest_after(1, [&] {
     EXPECT_EQ(at<QLabel>(id::STATUS).text(), "00001000");
     click(id::source);
     QTest::keyClicks(&at(id::source), "NOP");
@@ -593,27 +594,27 @@ TEST_F(vigilada, the_window_is_painted_and_edited_between_two_boxes) {
   EXPECT_EQ(record.look(id::source).text(), "NOP");
 }
 
-TEST_F(vigilada, a_held_enter_breaks_no_line_of_the_source_behind_the_box) {
-  descansando(1, [&] {
+TEST_F(watchdog_run, a_held_enter_breaks_no_line_of_the_source_behind_the_box) {
+  in_the_rest_after(1, [&] {
     at(id::source).setFocus();
-    repite(at(id::source), Qt::Key_Return);
+    hold(at(id::source), Qt::Key_Return);
     EXPECT_EQ(record.look(id::source).text(), "");
     // A press of its own counts again.
     QTest::keyClick(&at(id::source), Qt::Key_Return);
     EXPECT_EQ(record.look(id::source).text(), "\r\n");
-    repite(at(id::source), Qt::Key_Return);
+    hold(at(id::source), Qt::Key_Return);
     EXPECT_EQ(record.look(id::source).text(), "\r\n\r\n");
     click(id::ejecutar);
   });
 }
 
-TEST_F(vigilada, the_run_goes_on_by_itself_after_its_rest) {
-  host.pon_descanso(std::chrono::milliseconds(1));
+TEST_F(watchdog_run, the_run_goes_on_by_itself_after_its_rest) {
+  host.set_rest(std::chrono::milliseconds(1));
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-    if (caja() == nullptr) return;
+    if (open_box() == nullptr) return;
     if (++boxes == 3) record.click(id::ejecutar);
-    caja()->button(QMessageBox::Ok)->click();
+    open_box()->button(QMessageBox::Ok)->click();
   });
   poll.start(1);
   click(id::ejecutar);

@@ -68,18 +68,18 @@ void rotula(QMessageBox& shown) {
 }
 
 /// A box that is not answered by accident.
-class caja final : public QMessageBox {
+class message_box final : public QMessageBox {
  public:
   using QMessageBox::QMessageBox;
 
   /// Qt would take Escape and the box's close button for No, which may be the answer that loses what is
   /// unsaved.
-  void solo_respuestas() {
+  void answers_only() {
     only_answers_ = true;
     setWindowFlag(Qt::WindowCloseButtonHint, false);
   }
   /// The Enter key that was held down as the question came up does not answer it.
-  void sin_repetir() {
+  void ignore_repeats() {
     for (QAbstractButton* const button : buttons()) button->installEventFilter(this);
   }
 
@@ -120,7 +120,7 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
   // What is still asked while the program ends gets the answer of a box that was closed.
   if (ended_) return anfitrion::mensaje(kind, text);
   pon_al_dia();
-  caja shown(window_);
+  message_box shown(window_);
   shown.setStyleSheet(QString::fromLatin1(fixed_order));
   shown.setWindowTitle(QStringLiteral("Estructura"));
   // A file name may hold what looks like markup.
@@ -135,8 +135,8 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
     if (cancels)
       shown.setEscapeButton(QMessageBox::Cancel);
     else
-      shown.solo_respuestas();
-    shown.sin_repetir();
+      shown.answers_only();
+    shown.ignore_repeats();
   } else {
     shown.setStandardButtons(QMessageBox::Ok);
     shown.setDefaultButton(QMessageBox::Ok);
@@ -207,7 +207,7 @@ int anfitrion_qt::cede() {
   return steps_between_looks;
 }
 
-void anfitrion_qt::descansa() {
+void anfitrion_qt::rest() {
   if (window_ == nullptr || ended_) return;
   window_->actualiza();
   QTimer alarm;

@@ -35,10 +35,10 @@ class anfitrion_qt : public anfitrion {
   void pon_portapapeles(std::string_view text) override;
   void pita() override;
   int cede() override;
-  void descansa() override;
+  void rest() override;
   void termina() override;
   /// How long a run rests; what a test would wait for otherwise.
-  void pon_descanso(std::chrono::milliseconds rest) { rest_ = rest; }
+  void set_rest(std::chrono::milliseconds rest) { rest_ = rest; }
 
  protected:
   /// The person sees what the handler sees: whatever opens a box calls this first.
@@ -50,7 +50,7 @@ class anfitrion_qt : public anfitrion {
   ventana* window_ = nullptr;
   bool ended_ = false;
   std::chrono::milliseconds rest_;
-  tecla_retenida held_;
+  held_key held_;
   reloj::time_point attended_;    ///< when pending events were last handled
   reloj::time_point next_frame_;  ///< when the window is to be painted next
 };

@@ -192,9 +192,14 @@ QWidget* composicion::panel_programa() {
   rows->addLayout(cabecera(id::Label10, w(id::FILHEX)));
   auto* memory = sin_margen(new QHBoxLayout, 0);
   auto& map = *static_cast<mapa_qt*>(w(id::mapa));
-  memory->addWidget(new margen_mapa(map, margen_mapa::lado::paradas));
+  const auto margin = [&](map_margin::marks shown, const char* name) {
+    auto* strip = new map_margin(map, shown);
+    strip->setObjectName(QLatin1String(name));
+    return strip;
+  };
+  memory->addWidget(margin(map_margin::marks::breakpoints, "map_breakpoints"));
   memory->addWidget(&map);
-  memory->addWidget(new margen_mapa(map, margen_mapa::lado::marca));
+  memory->addWidget(margin(map_margin::marks::marker, "map_marker"));
   memory->addSpacing(m_.hueco / 2);
   // Where the list is hidden its sheet remains.
   QFrame* sheet = hoja();

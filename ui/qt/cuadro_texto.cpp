@@ -241,7 +241,7 @@ class listado final : public QPlainTextEdit {
  protected:
   bool event(QEvent* event) override {
     // Told before a shortcut takes the key: its press is not seen here, its release is.
-    if (event->type() == QEvent::ShortcutOverride) anota(static_cast<const QKeyEvent&>(*event));
+    if (event->type() == QEvent::ShortcutOverride) note(static_cast<const QKeyEvent&>(*event));
     return QPlainTextEdit::event(event);
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
@@ -249,12 +249,12 @@ class listado final : public QPlainTextEdit {
     if (event->button() == Qt::LeftButton && clic) clic();
   }
   void keyPressEvent(QKeyEvent* event) override {
-    anota(*event);
+    note(*event);
     QPlainTextEdit::keyPressEvent(event);
   }
   void keyReleaseEvent(QKeyEvent* event) override {
     QPlainTextEdit::keyReleaseEvent(event);
-    const bool chord = es_acorde(*event) || chords_.contains(event->key());
+    const bool chord = is_command(*event) || chords_.contains(event->key());
     if (!event->isAutoRepeat()) chords_.remove(event->key());
     if (!chord && tecla) tecla();
   }
@@ -270,7 +270,7 @@ class listado final : public QPlainTextEdit {
  private:
   /// A key that is a command and no walk through the listing: a function key, one with Ctrl or Alt held, and
   /// those that are held themselves.
-  static bool es_acorde(const QKeyEvent& event) {
+  static bool is_command(const QKeyEvent& event) {
     switch (event.key()) {
       case Qt::Key_Shift:
       case Qt::Key_Control:
@@ -287,8 +287,8 @@ class listado final : public QPlainTextEdit {
     if (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35) return true;
     return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
   }
-  void anota(const QKeyEvent& event) {
-    if (es_acorde(event))
+  void note(const QKeyEvent& event) {
+    if (is_command(event))
       chords_.insert(event.key());
     else
       chords_.remove(event.key());

@@ -24,7 +24,7 @@ class enlace_boton final : public enlace {
     button_->setIcon(icono(record.which()));
     // As by its function key; and one pulse after the other.
     if constexpr (std::is_same_v<Button, pulsador>)
-      button_->repite = record.which() == id::eje1 || record.which() == id::TOCKI;
+      button_->repeats = record.which() == id::eje1 || record.which() == id::TOCKI;
     if constexpr (std::is_same_v<Button, casilla>) button_->solo_muestra = record.which() == id::estsleep;
   }
   [[nodiscard]] QWidget* widget() const override { return button_; }

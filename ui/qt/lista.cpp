@@ -278,10 +278,10 @@ void vista_lista::scrollTo(const QModelIndex& index, ScrollHint hint) {
   // A line that the program chooses out of sight comes to the middle, with what stands around it.
   const bool far = centra_ && !viewport()->rect().intersects(visualRect(index));
   QListView::scrollTo(index, far ? PositionAtCenter : hint);
-  if (centra_) trae_a_lo_visible(index);
+  if (centra_) bring_into_seen_part(index);
 }
 
-void vista_lista::trae_a_lo_visible(const QModelIndex& index) {
+void vista_lista::bring_into_seen_part(const QModelIndex& index) {
   const QRect seen = viewport()->visibleRegion().boundingRect();
   const QRect line = visualRect(index);
   if (seen.isEmpty() || (line.top() >= seen.top() && line.bottom() <= seen.bottom())) return;

@@ -98,7 +98,7 @@ class vista_lista final : public QListView {
   void avisa();
   bool mueve_cursor(int key);
   /// In a window that scrolls, only a part of the list may be seen: the line comes there.
-  void trae_a_lo_visible(const QModelIndex& index);
+  void bring_into_seen_part(const QModelIndex& index);
 
   aspecto_lista traits_;
   QSize least_;

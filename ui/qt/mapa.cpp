@@ -40,7 +40,7 @@ double mapa_qt::fila_en(double height) const {
   return (height - area.top()) * view_.scale / std::max(area.height(), 1);
 }
 
-mapa_qt::franja mapa_qt::franja_de(int address, int pixels) const {
+mapa_qt::pixel_rows mapa_qt::rows_of(int address, int pixels) const {
   const int from = address * pixels / view_.scale;
   return {from, std::min(pixels, std::max(from + 1, (address + 1) * pixels / view_.scale))};
 }
@@ -51,7 +51,7 @@ void mapa_qt::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const QRect area = contentsRect();
   painter.fillRect(area, fondo_mapa());
-  if (view_.scale > 0) pinta(painter, area);
+  if (view_.scale > 0) paint(painter, area);
   // On a dark panel the ground alone is not seen.
   constexpr double seen = 3;
   if (contraste(fondo_mapa(), palette().color(QPalette::Window)) >= seen) return;
@@ -59,20 +59,20 @@ void mapa_qt::paintEvent(QPaintEvent* event) {
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-void mapa_qt::pinta(QPainter& painter, const QRect& area) const {
+void mapa_qt::paint(QPainter& painter, const QRect& area) const {
   // In steps of the screen's own pixels, of which there may be several to a unit of the widget.
   const double pixel = 1 / painter.deviceTransform().m22();
   const int width = static_cast<int>(std::lround(area.width() / pixel));
   const int pixels = static_cast<int>(std::lround(area.height() / pixel));
   const int half = width / 2;
-  const auto fill = [&](int left, int right, const franja& rows, const QColor& colour) {
+  const auto fill = [&](int left, int right, const pixel_rows& rows, const QColor& colour) {
     painter.fillRect(QRectF(area.left() + left * pixel, area.top() + rows.from * pixel,
                             (right - left) * pixel, (rows.to - rows.from) * pixel),
                      colour);
   };
   std::vector<map_colour> column(static_cast<std::size_t>(pixels), map_colour::none);
   for (int address = 0; address < std::min(view_.scale, program_words); ++address) {
-    const franja rows = franja_de(address, pixels);
+    const pixel_rows rows = rows_of(address, pixels);
     for (int y = rows.from; y < rows.to; ++y) {
       map_colour& there = column[static_cast<std::size_t>(y)];
       there = std::max(there, view_.rows[address]);
@@ -85,7 +85,7 @@ void mapa_qt::pinta(QPainter& painter, const QRect& area) const {
     if (what != map_colour::none) fill(0, half, {from, to}, what == map_colour::blue ? Qt::blue : Qt::yellow);
     from = to;
   }
-  if (view_.marker >= 0) fill(half, width, franja_de(view_.marker, pixels), Qt::red);
+  if (view_.marker >= 0) fill(half, width, rows_of(view_.marker, pixels), Qt::red);
 }
 
 void mapa_qt::mousePressEvent(QMouseEvent* event) {
@@ -94,33 +94,33 @@ void mapa_qt::mousePressEvent(QMouseEvent* event) {
 
 // --- margins ---
 
-margen_mapa::margen_mapa(mapa_qt& map, lado side) : map_(map), side_(side) {
+map_margin::map_margin(mapa_qt& map, marks shown) : map_(map), shown_(shown) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
   setCursor(map.cursor());
-  map.acompana(this);
+  map.add_margin(this);
 }
 
-QSize margen_mapa::sizeHint() const {
+QSize map_margin::sizeHint() const {
   const int width = fontMetrics().horizontalAdvance(QLatin1Char('0')) * 5 / 4;
   return {width, map_.sizeHint().height()};
 }
 
-double margen_mapa::centro(int address, double half) const {
+double map_margin::centre(int address, double half) const {
   constexpr double middle = 0.5;
   return std::clamp(map_.altura(address + middle), half, std::max(half, height() - half));
 }
 
-void margen_mapa::paintEvent(QPaintEvent*) {
+void map_margin::paintEvent(QPaintEvent*) {
   if (map_.escala() <= 0) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (side_ == lado::paradas)
-    pinta_paradas(painter);
+  if (shown_ == marks::breakpoints)
+    paint_breakpoints(painter);
   else if (map_.marca() >= 0)
-    pinta_marca(painter);
+    paint_marker(painter);
 }
 
-void margen_mapa::pinta_paradas(QPainter& painter) const {
+void map_margin::paint_breakpoints(QPainter& painter) const {
   const QColor ground = palette().color(QPalette::Window);
   // The thin edge keeps discs apart that stand close together.
   painter.setPen(QPen(ground, 1));
@@ -129,23 +129,23 @@ void margen_mapa::pinta_paradas(QPainter& painter) const {
   double last = -1;
   for (int address = 0; address < std::min(map_.escala(), program_words); ++address) {
     if (map_.fila(address) != map_colour::blue) continue;
-    const double y = centro(address, radius);
+    const double y = centre(address, radius);
     if (std::exchange(last, std::round(y)) == std::round(y)) continue;
     painter.drawEllipse(QPointF(radius, y), radius, radius);
   }
 }
 
-void margen_mapa::pinta_marca(QPainter& painter) const {
+void map_margin::paint_marker(QPainter& painter) const {
   painter.setPen(Qt::NoPen);
   painter.setBrush(legible(Qt::red, palette().color(QPalette::Window)));
   const double right = width();
   const double half = right * 0.6;
-  const double y = centro(map_.marca(), half);
+  const double y = centre(map_.marca(), half);
   painter.drawPolygon(
       QPolygonF({{0, map_.altura(map_.marca() + 0.5)}, {right, y - half}, {right, y + half}}));
 }
 
-void margen_mapa::mousePressEvent(QMouseEvent* event) {
+void map_margin::mousePressEvent(QMouseEvent* event) {
   if (map_.pulsado) map_.pulsado(map_.fila_en(event->position().y()));
 }
 

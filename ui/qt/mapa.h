@@ -4,7 +4,7 @@
 //
 //   map.pon(window.look_map());
 //   map.escala(), map.fila(0x1FF), map.marca()
-//   new margen_mapa(map, margen_mapa::lado::paradas);
+//   new map_margin(map, map_margin::marks::breakpoints);
 //
 // An address paints its own rows of pixels and no others, one at the least. Where several share one, a
 // breakpoint is seen before a word, and a word before none. So thin a row is easily overlooked: what points
@@ -30,7 +30,7 @@ class mapa_qt final : public QFrame {
 
   void pon(const map_view& view);
   /// A widget that shows what the map shows, and is painted anew with it.
-  void acompana(QWidget* margin) { margins_.push_back(margin); }
+  void add_margin(QWidget* margin) { margins_.push_back(margin); }
 
   // What was last given, for whoever looks from outside.
   [[nodiscard]] int escala() const { return view_.scale; }
@@ -47,24 +47,24 @@ class mapa_qt final : public QFrame {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  struct franja {
+  struct pixel_rows {
     int from;
     int to;  ///< not included
   };
   /// Rows of pixels of an address, of `pixels` that there are.
-  [[nodiscard]] franja franja_de(int address, int pixels) const;
-  void pinta(QPainter& painter, const QRect& area) const;
+  [[nodiscard]] pixel_rows rows_of(int address, int pixels) const;
+  void paint(QPainter& painter, const QRect& area) const;
 
   map_view view_;
   std::vector<QWidget*> margins_;
 };
 
 /// The strip at one side of the map, as high as it, that shows where its breakpoints or its marker are.
-class margen_mapa final : public QWidget {
+class map_margin final : public QWidget {
  public:
-  enum class lado : std::uint8_t { paradas, marca };
+  enum class marks : std::uint8_t { breakpoints, marker };
 
-  margen_mapa(mapa_qt& map, lado side);
+  map_margin(mapa_qt& map, marks shown);
 
   [[nodiscard]] QSize sizeHint() const override;
 
@@ -74,13 +74,13 @@ class margen_mapa final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  void pinta_paradas(QPainter& painter) const;
-  void pinta_marca(QPainter& painter) const;
+  void paint_breakpoints(QPainter& painter) const;
+  void paint_marker(QPainter& painter) const;
   /// Height of the middle of an address, where a mark of this size is not cut.
-  [[nodiscard]] double centro(int address, double half) const;
+  [[nodiscard]] double centre(int address, double half) const;
 
   mapa_qt& map_;
-  lado side_;
+  marks shown_;
 };
 
 }  // namespace estructura

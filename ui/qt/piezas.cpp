@@ -150,7 +150,7 @@ void pulsador::keyPressEvent(QKeyEvent* event) {
   // Qt presses once more for each repeat: the key that has started a run would stop it, and the one that
   // opened a box answer it.
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && event->isAutoRepeat() && !repite) return;
+  if (enter && event->isAutoRepeat() && !repeats) return;
   QPushButton::keyPressEvent(event);
 }
 

@@ -56,7 +56,7 @@ class marcas_a_medida final : public QProxyStyle {
 /// A push button as wide as it was told to be at least: styles would make a short caption's button wide.
 class pulsador final : public QPushButton {
  public:
-  bool repite = false;  ///< the Enter key, held down, goes on pressing it
+  bool repeats = false;  ///< the Enter key, held down, goes on pressing it
 
   pulsador();
   [[nodiscard]] QSize sizeHint() const override;

@@ -35,12 +35,12 @@ void pon_teclas(ventana& window) {
   }
 }
 
-void tecla_retenida::box_closed() {
+void held_key::box_closed() {
   // Installed once, however often.
   qApp->installEventFilter(this);
 }
 
-bool tecla_retenida::eventFilter(QObject* watched, QEvent* event) {
+bool held_key::eventFilter(QObject* watched, QEvent* event) {
   const bool press = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
   if (!press && event->type() != QEvent::KeyRelease) return QObject::eventFilter(watched, event);
   auto& key = static_cast<QKeyEvent&>(*event);

@@ -22,7 +22,7 @@ void pon_teclas(ventana& window);
 /// The key that closed a box and is held down goes on sending presses to whatever has the focus behind it:
 /// they would press the run button, or break lines in the source. Until it is released, or another is
 /// pressed, they reach boxes only.
-class tecla_retenida final : public QObject {
+class held_key final : public QObject {
  public:
   void box_closed();
   bool eventFilter(QObject* watched, QEvent* event) override;

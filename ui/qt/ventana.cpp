@@ -189,11 +189,11 @@ void ventana::actualiza() {
   program_->pon_siguiente(window_.chip().cpu.pc);
   news_->mira(controls, window_.chip().running);
   names_->actualiza();
-  ensena_linea();
+  show_step_line();
 }
 
 // Where the window scrolls its controls, the program list may be out of sight: a step brings the line there.
-void ventana::ensena_linea() {
+void ventana::show_step_line() {
   const control& list = window_.look(id::MP);
   const bool again = std::exchange(shown_rows_, list.shown_rows()) != list.shown_rows();
   const chipstate& chip = window_.chip();

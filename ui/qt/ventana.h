@@ -64,7 +64,7 @@ class ventana final : public QMainWindow, private puerta {
   void toma_colores();
   void foco_movido(const QWidget* now);
   void ensena(QWidget* focus);
-  void ensena_linea();
+  void show_step_line();
   void copia_foco();
   [[nodiscard]] enlace& enlace_de(id which, int index) const;
 
