@@ -66,7 +66,7 @@ INVENTARIO = (
     + [(LISTA, f"Memoria de datos 10 a 1F, banco {b}") for b in range(4)]
     + [(ROTULO, n) for n in ("CÓDIGO FUENTE", "MEMORIA DE PROGRAMA", "MEMORIA DE DATOS", "PILA", "REGISTROS", "TOS",
                              "Direc.", "Instrucción", "Código", "Frecuencia", "KHz", "Watchdog", "Ciclos", "F",
-                             "Señal", "Divisor", "Dirección", "Dato", "Estructura 1.0")]
+                             "Señal", "Divisor", "Dirección", "Dato", "Estructura 1.0 · Los autores de Estructura")]
     + [(ROTULO, f"Bit {b}") for b in range(8)]
     + [(ROTULO, f"Puerto {p}") for p in "ABC"]
     + [(ROTULO, f"Banco {b}") for b in range(4)]
