@@ -1,14 +1,11 @@
 // Files: names found whatever their case, whole reads, saves that leave the old file or the new one.
 #include "common/fichero.h"
 
-#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 #include <string>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -270,29 +267,6 @@ TEST(guarda_fichero, fails_with_the_old_file_whole_when_no_file_can_be_opened) {
     return ::setrlimit(RLIMIT_NOFILE, &none) == 0 && !guarda_fichero(path, "new");
   }));
   EXPECT_EQ(lee(path), "old");
-}
-
-TEST(guarda_fichero, leaves_the_old_file_or_the_new_one_whenever_it_is_killed) {
-  const carpeta_temporal folder;
-  const std::string path = folder / "uno.hex";
-  const std::string even(300000, 'a');
-  const std::string odd(200000, 'b');
-  escribe(path, even);
-  constexpr unsigned seed = 20240607;
-  std::mt19937 random(seed);
-  for (int round = 0; round < 25; ++round) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-      for (int i = 1;; ++i) (void)guarda_fichero(path, i % 2 != 0 ? odd : even);
-    }
-    ASSERT_GT(child, 0);
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 5000));
-    ASSERT_EQ(::kill(child, SIGKILL), 0);
-    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-    const std::string content = lee(path);
-    ASSERT_TRUE(content == even || content == odd)
-        << "round " << round << " of seed " << seed << ": " << content.size();
-  }
 }
 
 }  // namespace

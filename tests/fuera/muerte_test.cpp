@@ -1,5 +1,7 @@
-// The process killed at random moments of many saves: each time the file is the old one or the new one,
-// whole. ESTRUCTURA_LARGO=1 in the environment kills a thousand times each instead of forty.
+// The process killed while it saves: before and after each system call of a save, and at moments that chance
+// chooses. Each time the file is the old one or the new one, whole. ESTRUCTURA_LARGO=1 in the environment has
+// chance meet a thousand saves half-way instead of forty.
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -11,6 +13,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "common/fichero.h"
 #include "core/chipstate.h"
 #include "files/fuente.h"
 #include "files/hex.h"
@@ -18,20 +21,15 @@
 #include "tests/apoyo/carpeta_temporal.h"
 #include "tests/apoyo/memoria.h"
 #include "tests/fuera/documentos.h"
+#include "tests/fuera/stepped_child.h"
 
 namespace estructura {
 namespace {
 
 using apoyo::carpeta_temporal;
 using apoyo::lee;
+using apoyo::stepped_child;
 using apoyo::texto_de;
-
-constexpr unsigned seed = 20240611;
-
-int rounds() {
-  const char* const asked = std::getenv("ESTRUCTURA_LARGO");
-  return asked != nullptr && std::string_view(asked) == "1" ? 1000 : 40;
-}
 
 chipstate memory(int words, int word) {
   chipstate chip = apoyo::empty_chip();
@@ -39,78 +37,139 @@ chipstate memory(int words, int word) {
   return chip;
 }
 
-// Tells by a byte that it is about to begin, then saves the one content and the other in turn until it dies.
+// --- at every system call ---
+
+/// What was found after the kills of one save, one at each of its stops.
+struct found {
+  int stops = 0;
+  int old_files = 0;
+  int new_files = 0;
+  int half_way = 0;  ///< a file was left beside the document
+};
+
+/// Kills a save of the one content over the other at each of its stops in turn, until it outlives them.
 template <class Save>
-[[noreturn]] void save_for_ever(int begins, bool which, const Save& save) {
-  if (::write(begins, "!", 1) != 1) ::_exit(1);
-  for (;; which = !which)
-    if (!save(which)) ::_exit(1);
+void kill_at_each_stop(const carpeta_temporal& folder, const Save& save, bool which, found& met) {
+  const std::string path = folder / "uno";
+  ASSERT_TRUE(save(path, which));
+  const std::string wanted = lee(path);
+  for (bool outlived = false; !outlived; ++met.stops) {
+    ASSERT_TRUE(save(path, !which));
+    ASSERT_EQ(folder.entries(), 1) << "each save removes what the one before it left";
+    const std::string old = lee(path);
+    ASSERT_NE(old.size(), wanted.size());
+    stepped_child child([&] { return save(path, which) ? 0 : 1; });
+    if (!child.traced()) GTEST_SKIP() << "the system lets nobody trace";
+    for (int stop = 0; stop <= met.stops && !outlived; ++stop) outlived = !child.runs_to_next_stop();
+    if (outlived) {
+      ASSERT_EQ(child.runs_to_end(), 0);
+    }
+    child.kill();
+    const std::string content = lee(path);
+    ASSERT_TRUE(content == old || content == wanted)
+        << "killed at stop " << met.stops << " it left " << content.size() << " bytes";
+    ++(content == old ? met.old_files : met.new_files);
+    met.half_way += folder.entries() - 1;
+  }
 }
 
 template <class Save>
 void kill_while_it_saves(const Save& save) {
-  const carpeta_temporal folder;
-  const std::string path = folder / "uno";
-  ASSERT_TRUE(save(path, true));
-  const std::string odd = lee(path);
-  ASSERT_TRUE(save(path, false));
-  const std::string even = lee(path);
-  ASSERT_NE(odd.size(), even.size());
-
-  std::mt19937 random(seed);
-  const int kills = rounds();
-  int unfinished = 0;
-  for (int round = 0; round < kills; ++round) {
-    const bool first = random() % 2 != 0;
-    const std::chrono::microseconds life(100 + random() % 5000);
-    int ends[2] = {-1, -1};
-    ASSERT_EQ(::pipe(ends), 0);
-    const pid_t child = ::fork();
-    if (child == 0) save_for_ever(ends[1], first, [&](bool which) { return save(path, which); });
-    ::close(ends[1]);
-    ASSERT_GT(child, 0);
-    char begun = 0;
-    ASSERT_EQ(::read(ends[0], &begun, 1), 1);
-    ::close(ends[0]);
-    std::this_thread::sleep_for(life);
-    ASSERT_EQ(::kill(child, SIGKILL), 0);
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "a save failed in round " << round;
-
-    const std::string content = lee(path);
-    ASSERT_TRUE(content == odd || content == even)
-        << "round " << round << " of seed " << seed << " left " << content.size() << " bytes";
-    ASSERT_LE(folder.entries(), 2) << "each save removes what the one before it left";
-    unfinished += folder.entries() - 1;
+  for (const bool which : {true, false}) {
+    const carpeta_temporal folder;
+    found met;
+    kill_at_each_stop(folder, save, which, met);
+    if (testing::Test::HasFatalFailure() || testing::Test::IsSkipped()) return;
+    // Between its creation and its new name the other file is written, gets its permissions and is forced to
+    // disk: two stops each, or else not the whole save was tried.
+    EXPECT_GE(met.half_way, 6) << met.stops << " stops";
+    EXPECT_GE(met.old_files, met.half_way);
+    EXPECT_GE(met.new_files, 2) << "after the renaming, and at its end";
   }
-  // Or else nothing was tried: every kill would have come between two saves.
-  EXPECT_GT(unfinished, kills / 20);
-  EXPECT_TRUE(save(path, true));
-  EXPECT_EQ(lee(path), odd);
-  EXPECT_EQ(folder.entries(), 1) << "nothing is left after the next save";
 }
 
-TEST(muerte, leaves_a_whole_hex_file) {
+TEST(muerte, leaves_a_whole_hex_file_at_every_moment) {
   const chipstate odd = memory(2048, 0xA55);
   const chipstate even = memory(1500, 0x0C5);
   kill_while_it_saves([&](const std::string& path, bool which) { return salva(which ? odd : even, path); });
 }
 
-TEST(muerte, leaves_a_whole_export) {
+TEST(muerte, leaves_a_whole_export_at_every_moment) {
   const chipstate odd = memory(2048, 0xA55);
   const chipstate even = memory(1500, 0x0C5);
   kill_while_it_saves(
       [&](const std::string& path, bool which) { return salvahxx(which ? odd : even, path); });
 }
 
-TEST(muerte, leaves_a_whole_source) {
-  const std::string odd = texto_de('o', 3'000'000);
-  const std::string even = texto_de('e', 2'000'000);
+TEST(muerte, leaves_a_whole_source_at_every_moment) {
+  const std::string odd = texto_de('o', 300'000);
+  const std::string even = texto_de('e', 200'000);
   kill_while_it_saves([&](const std::string& path, bool which) {
     codificacion encoding = codificacion::utf8;
     return salvaasm(path, which ? odd : even, encoding);
   });
+}
+
+// --- by chance, which also meets a write in its middle ---
+
+constexpr unsigned seed = 20240611;
+
+int wanted_half_way() {
+  const char* const asked = std::getenv("ESTRUCTURA_LARGO");
+  return asked != nullptr && std::string_view(asked) == "1" ? 1000 : 40;
+}
+
+/// A process that tells by a byte that it is about to begin, then saves the one content and the other in turn
+/// until it dies; killed so long after the byte. Whether it died of that.
+template <class Save>
+bool dies_while_it_saves(const Save& save, std::chrono::microseconds life) {
+  int ends[2] = {-1, -1};
+  if (::pipe(ends) != 0) return false;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    if (::write(ends[1], "!", 1) != 1) ::_exit(1);
+    for (bool which = true;; which = !which)
+      if (!save(which)) ::_exit(1);
+  }
+  ::close(ends[1]);
+  char begun = 0;
+  const bool begins = child > 0 && ::read(ends[0], &begun, 1) == 1;
+  ::close(ends[0]);
+  std::this_thread::sleep_for(life);
+  int status = 0;
+  return begins && ::kill(child, SIGKILL) == 0 && ::waitpid(child, &status, 0) == child &&
+         WIFSIGNALED(status);
+}
+
+TEST(muerte, leaves_a_whole_file_whenever_it_comes) {
+  const carpeta_temporal folder;
+  const std::string path = folder / "uno";
+  const std::string odd(300'000, 'o');
+  const std::string even(200'000, 'e');
+  ASSERT_TRUE(guarda_fichero(path, even));
+  const auto save = [&](bool which) { return guarda_fichero(path, which ? odd : even); };
+  std::mt19937 random(seed);
+  unsigned longest_life_us = 5000;
+  int half_way = 0;
+  // Whoever is slow to begin is given longer, until enough saves were met half-way; it takes
+  // no hundred kills for each, or else no save is ever half-way.
+  for (int round = 0; half_way < wanted_half_way(); ++round) {
+    ASSERT_LT(round, 100 * wanted_half_way()) << half_way << " of them half-way";
+    ASSERT_TRUE(dies_while_it_saves(save, std::chrono::microseconds(random() % longest_life_us)))
+        << "a save failed in round " << round;
+    const std::string content = lee(path);
+    ASSERT_TRUE(content == odd || content == even)
+        << "round " << round << " of seed " << seed << " left " << content.size() << " bytes";
+    const int left = folder.entries() - 1;
+    ASSERT_LE(left, 1) << "each save removes what the one before it left";
+    half_way += left;
+    constexpr unsigned longest_of_all_us = 1'000'000;
+    if (left == 0 && half_way * 10 < round)
+      longest_life_us = std::min(2 * longest_life_us, longest_of_all_us);
+  }
+  EXPECT_TRUE(save(true));
+  EXPECT_EQ(lee(path), odd);
+  EXPECT_EQ(folder.entries(), 1) << "nothing is left after the next save";
 }
 
 }  // namespace
