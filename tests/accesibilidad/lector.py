@@ -28,8 +28,8 @@ except ImportError:
     print("Falta el paquete python3-gi")
     sys.exit(77)
 
-LIMITE = 150  # segundos, del total
-ESPERA = 40  # segundos, de cada condición; con la máquina libre casi todas tardan milésimas
+LIMITE = 3600  # segundos, del total
+ESPERA = 600  # segundos, de cada condición: solo para lo que no llega nunca
 # De las constantes de AT-SPI.
 ESTADOS = {"active": 1, "checked": 4, "enabled": 8, "expandable": 9, "expanded": 10, "focusable": 11, "focused": 12, "sensitive": 24, "showing": 25,
            "visible": 30, "read-only": 43}

@@ -14,6 +14,7 @@
 #include <QStyleOptionFrame>
 
 #include "tests/accesibilidad/abierta.h"
+#include "tests/apoyo/hang.h"
 #include "ui/qt/texto_qt.h"
 
 namespace estructura {
@@ -108,7 +109,7 @@ class letra : public testing::TestWithParam<int> {
     panel_ = qobject_cast<QScrollArea*>(window_->centralWidget())->widget();
     window_->show();
     window_->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get(), apoyo::hang_ms));
   }
   ~letra() override {
     host_.pon_ventana(nullptr);

@@ -10,6 +10,7 @@
 
 #include <QTest>
 
+#include "tests/apoyo/hang.h"
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/ventana.h"
 
@@ -24,7 +25,7 @@ class ventana_real : public testing::Test {
     window.resize(window.least().expandedTo({1366, 720}));
     window.show();
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, hang_ms));
   }
 
   template <class Widget = QWidget>

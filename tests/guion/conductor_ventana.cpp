@@ -19,6 +19,7 @@
 #include <QTest>
 
 #include "guion/palabras.h"
+#include "tests/apoyo/hang.h"
 #include "ui/qt/mapa.h"
 #include "ui/qt/texto_qt.h"
 
@@ -151,7 +152,8 @@ conductor_ventana::conductor_ventana(escritorio& desk)
   shown_.resize(shown_.least());
   shown_.show();
   shown_.activateWindow();
-  if (!QTest::qWaitForWindowActive(&shown_)) throw error_de_guion("the window does not become active");
+  if (!QTest::qWaitForWindowActive(&shown_, apoyo::hang_ms))
+    throw error_de_guion("the window does not become active");
 }
 
 int conductor_ventana::host::attend() {
@@ -226,7 +228,8 @@ void conductor_ventana::pick(const lugar& place, int entry) {
   QCoreApplication::processEvents();
   shown_.activateWindow();
   const auto focus_is_back = [&] { return combo.hasFocus(); };
-  if (!QTest::qWaitFor(focus_is_back)) throw error_de_guion("the focus does not come back from the list");
+  if (!QTest::qWaitFor(focus_is_back, apoyo::hang_ms))
+    throw error_de_guion("the focus does not come back from the list");
 }
 
 void conductor_ventana::type(const lugar& place, std::string_view text) {

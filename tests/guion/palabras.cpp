@@ -130,7 +130,7 @@ valor lista(const std::vector<int>& numbers) {
 }
 
 std::string impreso(const valor& value) {
-  if (const auto* const text = std::get_if<std::string>(&value.content)) return quoted(*text);
+  if (const auto* const text = std::get_if<std::string>(&value.content)) return guiones::quoted(*text);
   if (const auto* const number = std::get_if<std::int64_t>(&value.content)) return std::to_string(*number);
   if (const auto* const truth = std::get_if<bool>(&value.content)) return *truth ? "true" : "false";
   std::string written = "[";

@@ -1,10 +1,11 @@
 // The source editor: its history, its line numbers, the line with the error, its colours, and enormous texts.
+#include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QInputMethodEvent>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -31,6 +32,13 @@ class editor : public ventana_de_prueba {
   void paint() {
     window.repaint();
     QCoreApplication::processEvents();
+  }
+  /// Lines that have been coloured, in sight or not.
+  int coloured_lines() {
+    int count = 0;
+    for (QTextBlock line = fuente().document()->begin(); line.isValid(); line = line.next())
+      count += static_cast<int>(!line.layout()->formats().empty());
+    return count;
   }
   QList<QTextLayout::FormatRange> formats(int line) {
     paint();
@@ -525,60 +533,71 @@ TEST_F(editor, colours_give_way_to_an_input_method_that_composes_and_come_back) 
 
 constexpr int megabyte = 1'000'000;
 
-QByteArray many_lines() {
+QByteArray many_lines(int length) {
   QByteArray text;
-  for (int i = 0; text.size() < megabyte; ++i)
+  for (int i = 0; text.size() < length; ++i)
     text += "L" + QByteArray::number(i) + ":\tMOVLW\t" + QByteArray::number(i % 100) + "\t; algo\r\n";
   return text;
 }
 
-// The limits are many times what it takes here, so that a machine under load does not fail them.
-TEST_F(editor, a_megabyte_is_loaded_typed_in_and_assembled_without_a_wait) {
-  const QByteArray text = many_lines();
-  QElapsedTimer time;
-  time.start();
+TEST_F(editor, a_megabyte_is_loaded_typed_in_and_assembled) {
+  const QByteArray text = many_lines(megabyte);
   carga(text);
   paint();
-  EXPECT_LT(time.elapsed(), 1000) << "loading";
   QTextCursor middle = fuente().textCursor();
   middle.setPosition(static_cast<int>(text.size() / 2));
   fuente().setTextCursor(middle);
   fuente().setFocus();
   paint();
-  time.restart();
   for (int i = 0; i < 10; ++i) {
     QTest::keyClick(&fuente(), Qt::Key_A);
     paint();
   }
-  EXPECT_LT(time.elapsed(), 10 * 50) << "typing";
   EXPECT_EQ(texto().size(), static_cast<std::size_t>(text.size()) - 2 + 10);
   for (int i = 0; i < 10; ++i) undo();
   EXPECT_EQ(texto() + "\r\n", text.toStdString());
-  time.restart();
   // A name that begins with L and a number is no wrong one, so only the end of the memory stops it.
   click(id::Ensamblar);
   paint();
-  EXPECT_LT(time.elapsed(), 2000) << "assembling";
   EXPECT_EQ(fuente().linea_con_error(), 2049);
+}
+
+// What is done to a text when it is shown and when a key is pressed does not grow with the text: the lines in
+// sight get their colours, and one character changes.
+TEST_F(editor, only_what_is_seen_and_typed_is_worked_out_whatever_the_length) {
+  for (const int length : {megabyte / 2, megabyte}) {
+    carga(many_lines(length));
+    paint();
+    EXPECT_GT(fuente().blockCount(), length / 40);
+    const int in_sight = fuente().viewport()->height() / fuente().fontMetrics().height() + 2;
+    EXPECT_GT(coloured_lines(), in_sight / 2) << length;
+    EXPECT_LE(coloured_lines(), in_sight) << length;
+
+    fuente().setFocus();
+    fuente().moveCursor(QTextCursor::Down);
+    std::vector<std::array<int, 2>> changes;
+    const auto counts = QObject::connect(fuente().document(), &QTextDocument::contentsChange, &fuente(),
+                                         [&](int, int removed, int added) {
+                                           changes.push_back({removed, added});
+                                         });
+    QTest::keyClick(&fuente(), Qt::Key_A);
+    paint();
+    QObject::disconnect(counts);
+    EXPECT_EQ(changes, (std::vector<std::array<int, 2>>{{0, 1}})) << length;
+    EXPECT_LE(coloured_lines(), in_sight) << length;
+  }
 }
 
 TEST_F(editor, a_line_of_a_million_characters_can_be_loaded_and_typed_in) {
   const QByteArray line = QByteArray("MOVLW 10 ").repeated(megabyte / 9);
-  QElapsedTimer time;
-  time.start();
   carga(line);
   paint();
-  EXPECT_LT(time.elapsed(), 3000) << "loading";
   fuente().setFocus();
-  time.restart();
   QTest::keyClick(&fuente(), Qt::Key_A);
   paint();
-  EXPECT_LT(time.elapsed(), 3000) << "typing";
   EXPECT_EQ(texto(), "a" + line.toStdString());
-  time.restart();
   click(id::Ensamblar);
   paint();
-  EXPECT_LT(time.elapsed(), 3000) << "assembling";
   EXPECT_EQ(fuente().linea_con_error(), 1);
 }
 

@@ -33,6 +33,7 @@
 #include <QTranslator>
 #include <QTreeView>
 
+#include "tests/apoyo/hang.h"
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/aplicacion.h"
 #include "ui/qt/ventana.h"
@@ -142,7 +143,7 @@ class espanol : public testing::Test {
     host.pon_ventana(&window);
     window.show();
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, apoyo::hang_ms));
   }
   ~espanol() override {
     QCoreApplication::removeTranslator(&probe);
@@ -171,7 +172,7 @@ class espanol : public testing::Test {
     QObject::connect(&poll, &QTimer::timeout, &poll, glance);
     poll.start(2);
     action();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return seen; }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return seen; }, apoyo::hang_ms));
   }
   static void with_menu(const std::function<void()>& action, const std::function<void(QMenu&)>& look) {
     while_open<QMenu>(
@@ -321,7 +322,8 @@ class dialogo : public espanol {
           auto& files = dynamic_cast<QFileDialog&>(dialog);
           files.selectNameFilter(files.nameFilters().constLast());
           EXPECT_TRUE(QTest::qWaitFor(
-              [&] { return list_of(files).model()->rowCount(list_of(files).rootIndex()) > 4; }));
+              [&] { return list_of(files).model()->rowCount(list_of(files).rootIndex()) > 4; },
+              apoyo::hang_ms));
           look(files);
           dialog.reject();
         });

@@ -31,6 +31,7 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include "tests/apoyo/hang.h"
 #include "tests/apoyo/ventana_qt.h"
 #include "ui/qt/dialogo_ficheros.h"
 #include "ui/qt/mapa.h"
@@ -205,7 +206,7 @@ TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_tab
 TEST_F(ventana_abierta, alt_and_a_letter_clicks) {
   load_endless_program();
   QTest::keyClick(&window, Qt::Key_1, Qt::AltModifier);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return record.chip().cycles > 0; }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return record.chip().cycles > 0; }, apoyo::hang_ms));
   EXPECT_EQ(record.chip().cycles, 3);
 }
 
