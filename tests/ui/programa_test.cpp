@@ -51,6 +51,23 @@ TEST(list, double_click_shows_the_instruction_or_nothing) {
   EXPECT_EQ(w.text("direc"), "002");
 }
 
+TEST(list, double_click_beside_its_lines_or_on_the_hidden_list_does_nothing) {
+  ventana w;
+  w.store(0, {0x1C5});
+  w.view.click_row(id::MP, 0, 0);
+  w.view.type(id::INS, "NOP");
+  for (const int row : {-1, w.at("MP").count()}) {
+    w.view.dblclick_row(id::MP, 0, row);
+    EXPECT_EQ(w.text("INS"), "NOP") << row;
+  }
+  w.view.click(id::VISMP);
+  w.view.dblclick_row(id::MP, 0, 0);
+  EXPECT_EQ(w.text("INS"), "NOP") << "hidden";
+  w.view.click(id::VISMP);
+  w.view.dblclick_row(id::MP, 0, 0);
+  EXPECT_EQ(w.text("INS"), "ADDWF 05,W");
+}
+
 TEST(direc, selects_its_line_when_it_is_an_address_of_three_digits) {
   struct row {
     const char* device;
