@@ -28,9 +28,9 @@ using namespace std::chrono_literals;
 constexpr auto turn = 1ms;
 /// Between two paintings of the window: 60 a second.
 constexpr auto frame = 16800us;
-/// Steps between two looks at the clock. A look costs 30 ns, a step 10 to 25, and the slowest step a few
-/// microseconds: the turn is kept whatever the program does.
-constexpr int steps_between_looks = 256;
+/// Steps between two looks at the clock. A look costs as much as ten to twenty steps taken many at once; even
+/// if each has to be taken singly, so many are over in a fraction of a turn.
+constexpr int steps_between_looks = 2048;
 /// After a box that may come back at once: long enough to find the button that stops the run, and to hit it.
 constexpr auto usual_rest = 1000ms;
 /// While the chip sleeps nothing but the person can change it, so the run waits for the person.
