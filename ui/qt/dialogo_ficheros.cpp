@@ -1,5 +1,7 @@
 #include "ui/qt/dialogo_ficheros.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -88,6 +90,9 @@ void dialogo_ficheros::accept() {
   // Qt would look for a folder's name with the extension behind it, and leave the name of one that it enters
   // in the box, where the next Enter answers with it.
   auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  // Closed together with the dialog, the list of completions would leave Qt with no active window, though the
+  // window gets the keys: a screen reader would say no more until another window opens.
+  if (name != nullptr && name->completer() != nullptr) name->completer()->popup()->hide();
   const QFileInfo typed(directory(), name != nullptr ? name->text() : QString());
   if (name == nullptr || name->text().isEmpty() || !typed.isDir()) {
     // Qt would add the extension to every name that has none, and so never open a file without one.
