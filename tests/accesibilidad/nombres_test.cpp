@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "tests/accesibilidad/abierta.h"
+#include "ui/qt/accessible_events.h"
 
 namespace estructura {
 namespace {
@@ -241,6 +242,143 @@ TEST_F(ventana_accesible, the_counter_of_cycles_offers_its_reset_as_an_action) {
   actions->doAction("Poner a cero");
   EXPECT_EQ(record.chip().cycles, 0);
   EXPECT_EQ(value(id::ciclos), "0");
+}
+
+TEST_F(ventana_accesible, a_title_tells_what_it_belongs_to) {
+  for (const auto& [title, field] : {std::pair{id::Label14, id::FREC}, std::pair{id::loption, id::OPT}}) {
+    const auto found = voice(title).relations(QAccessible::Labelled);
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found.front().first, &voice(field));
+  }
+}
+
+// A label that belongs to nothing is read whenever the focus enters its frame.
+TEST_F(ventana_accesible, the_binary_views_of_the_registers_belong_to_their_list) {
+  for (const id which : {id::TRISA, id::TRISB, id::TRISC}) {
+    const auto found = voice(which).relations(QAccessible::AllRelations);
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found.front().first, &voice(id::RE));
+    EXPECT_EQ(found.front().second, QAccessible::Controller);
+  }
+}
+
+// --- texts, piece by piece ---
+
+TEST_F(ventana_accesible, every_question_for_a_piece_of_a_text_is_answered) {
+  record.type(id::source, "UNO DOS\r\nTRES. CUATRO");
+  window.actualiza();
+  for (const id which : {id::FREC, id::direc, id::INS, id::source, id::STATUS, id::ciclos, id::PIC}) {
+    QAccessibleTextInterface* const text = voice(which).textInterface();
+    ASSERT_NE(text, nullptr) << name(which);
+    const int count = text->characterCount();
+    for (const auto boundary :
+         {QAccessible::CharBoundary, QAccessible::WordBoundary, QAccessible::SentenceBoundary,
+          QAccessible::ParagraphBoundary, QAccessible::LineBoundary, QAccessible::NoBoundary})
+      for (int offset = 0; offset <= count; ++offset) {
+        int start = 0;
+        int end = 0;
+        const QString piece = text->textAtOffset(offset, boundary, &start, &end);
+        EXPECT_LE(end, count) << name(which) << " " << boundary << " " << offset;
+        EXPECT_EQ(piece, start < 0 ? QString() : text->text(start, end)) << name(which) << " " << boundary;
+      }
+  }
+}
+
+TEST_F(ventana_accesible, a_box_of_one_line_is_read_whole_and_word_by_word) {
+  record.type(id::INS, "MOVLW 05");
+  window.actualiza();
+  QAccessibleTextInterface* const text = voice(id::INS).textInterface();
+  ASSERT_NE(text, nullptr);
+  int start = -1;
+  int end = -1;
+  EXPECT_EQ(text->attributes(3, &start, &end), QString());
+  EXPECT_EQ(start, 0);
+  EXPECT_EQ(end, 8);
+  EXPECT_EQ(text->textAtOffset(1, QAccessible::WordBoundary, &start, &end), "MOVLW");
+  EXPECT_EQ(text->textAtOffset(7, QAccessible::WordBoundary, &start, &end), "05");
+  EXPECT_EQ(text->textAtOffset(8, QAccessible::WordBoundary, &start, &end), "");
+  EXPECT_EQ(text->textAtOffset(8, QAccessible::LineBoundary, &start, &end), "MOVLW 05");
+  // The end, and the caret.
+  EXPECT_EQ(text->textAtOffset(-1, QAccessible::WordBoundary, &start, &end), "");
+  text->setCursorPosition(2);
+  EXPECT_EQ(text->textAtOffset(-2, QAccessible::WordBoundary, &start, &end), "MOVLW");
+}
+
+TEST_F(ventana_accesible, a_box_of_one_line_tells_its_caret_and_its_selection) {
+  QAccessibleTextInterface* const text = voice(id::FREC).textInterface();
+  ASSERT_NE(text, nullptr);
+  at(id::FREC).setFocus();
+  EXPECT_EQ(text->selectionCount(), 1);
+  int start = -1;
+  int end = -1;
+  text->selection(0, &start, &end);
+  EXPECT_EQ(start, 0);
+  EXPECT_EQ(end, 4);
+  text->setCursorPosition(2);
+  EXPECT_EQ(text->cursorPosition(), 2);
+  EXPECT_EQ(text->selectionCount(), 0);
+  text->setSelection(0, 1, 3);
+  EXPECT_EQ(record.look(id::FREC).sel_start(), 1);
+  EXPECT_EQ(record.look(id::FREC).sel_length(), 2);
+}
+
+TEST_F(ventana_accesible, what_a_reader_writes_into_a_box_is_what_the_person_typed) {
+  QAccessibleEditableTextInterface* const text = voice(id::direc).editableTextInterface();
+  ASSERT_NE(text, nullptr);
+  text->replaceText(0, 3, "1F0");
+  EXPECT_EQ(record.look(id::direc).text(), "1F0");
+  EXPECT_EQ(record.look(id::MP).row(), 0x1F0);
+}
+
+// --- what is said by itself ---
+
+TEST_F(ventana_accesible, a_step_is_told_as_a_notification_of_the_status_bar) {
+  QAccessibleInterface* const bar =
+      QAccessible::queryAccessibleInterface(window.findChild<QWidget*>("novedades"));
+  ASSERT_NE(bar, nullptr);
+  EXPECT_EQ(bar->role(), QAccessible::StatusBar);
+  ASSERT_EQ(bar->childCount(), 1);
+  QAccessibleInterface& notice = *bar->child(0);
+  EXPECT_EQ(notice.role(), QAccessible::Notification);
+  EXPECT_FALSE(notice.state().invisible);
+  EXPECT_EQ(notice.text(QAccessible::Name), "");
+  record.poke().progmem[2047] = 0xC5A;  // MOVLW 5A
+  window.actualiza();
+  QTest::keyClick(&window, Qt::Key_F7);
+  EXPECT_EQ(notice.text(QAccessible::Name).toStdString(), "PC 000, W 5A, sigue sin programar.");
+}
+
+TEST_F(ventana_accesible, what_changed_behind_a_box_is_told_when_the_box_is_gone) {
+  QAccessibleInterface& notice =
+      *QAccessible::queryAccessibleInterface(window.findChild<QWidget*>("novedades"))->child(0);
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  record.poke().cpu.w = 0x77;
+  record.refresh();
+  window.actualiza();
+  EXPECT_EQ(notice.text(QAccessible::Name), "");
+  window.activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return notice.text(QAccessible::Name) == "W 77."; }));
+}
+
+TEST_F(ventana_accesible, nobody_is_told_of_lines_and_texts_that_the_program_chooses_elsewhere) {
+  at(id::RE).setFocus();
+  const auto told = [&](id which, QAccessible::Event type) {
+    return is_told(QAccessibleEvent(&at(which), type));
+  };
+  EXPECT_TRUE(told(id::RE, QAccessible::Focus));
+  EXPECT_TRUE(told(id::RE, QAccessible::SelectionWithin));
+  EXPECT_FALSE(told(id::MP, QAccessible::Focus));
+  EXPECT_FALSE(told(id::MP, QAccessible::SelectionWithin));
+  EXPECT_FALSE(told(id::direc, QAccessible::TextUpdated));
+  EXPECT_FALSE(told(id::direc, QAccessible::TextCaretMoved));
+  at(id::direc).setFocus();
+  EXPECT_TRUE(told(id::direc, QAccessible::TextCaretMoved));
+  // States are remembered by readers: all of them are told.
+  EXPECT_TRUE(told(id::PB, QAccessible::StateChanged));
+  EXPECT_TRUE(told(id::ejecutar, QAccessible::NameChanged));
 }
 
 }  // namespace

@@ -8,16 +8,22 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 
+#include "ui/accessible_names.h"
 #include "ui/controles.h"
+#include "ui/qt/accessible_events.h"
+#include "ui/qt/accessible_text.h"
+#include "ui/qt/live_region.h"
 #include "ui/qt/mapa.h"
+#include "ui/qt/texto_qt.h"
 
 namespace estructura {
 
 namespace {
 
 /// A widget with a text that can be read character by character, and neither changed nor selected.
-class accesible_con_texto : public QAccessibleWidget, public QAccessibleTextInterface {
+class accesible_con_texto : public QAccessibleWidget, public terminating_text {
  public:
   using QAccessibleWidget::QAccessibleWidget;
   [[nodiscard]] virtual QString contenido() const = 0;
@@ -61,6 +67,19 @@ class rotulo_accesible final : public accesible_con_texto {
     return state;
   }
 
+  QList<std::pair<QAccessibleInterface*, QAccessible::Relation>> relations(
+      QAccessible::Relation match) const override {
+    auto found = QAccessibleWidget::relations(match);
+    QWidget* const titled = static_cast<const QLabel*>(widget())->buddy();
+    if (match.testFlag(QAccessible::Labelled) && titled != nullptr)
+      found.emplace_back(QAccessible::queryAccessibleInterface(titled), QAccessible::Labelled);
+    if (!match.testFlag(QAccessible::Controller) || !repeats_a_register()) return found;
+    auto* const list = widget()->window()->findChild<QWidget*>(QStringLiteral("RE"));
+    if (list != nullptr)
+      found.emplace_back(QAccessible::queryAccessibleInterface(list), QAccessible::Controller);
+    return found;
+  }
+
   QStringList actionNames() const override {
     QStringList names;
     for (const QAction* action : widget()->actions()) names << action->text();
@@ -77,6 +96,14 @@ class rotulo_accesible final : public accesible_con_texto {
   }
 
  private:
+  /// These stand beside the list of registers. A label without a relation to anything is read out whenever
+  /// the focus enters its frame, and it is the name that is read, not the value.
+  [[nodiscard]] bool repeats_a_register() const {
+    int index = 0;
+    const id which = find_control(widget()->objectName().toStdString(), index);
+    return which == id::TRISA || which == id::TRISB || which == id::TRISC;
+  }
+
   [[nodiscard]] QAction* find(const QString& name) const {
     const QList<QAction*> actions = widget()->actions();
     const auto found = std::find_if(actions.begin(), actions.end(),
@@ -135,21 +162,11 @@ class mapa_accesible final : public QAccessibleWidget {
   QString text(QAccessible::Text what) const override {
     if (what != QAccessible::Description) return QAccessibleWidget::text(what);
     const auto& map = *static_cast<const mapa_qt*>(widget());
-    int programmed = 0;
-    int breakpoints = 0;
-    for (int a = 0; a < std::min(map.escala(), program_words); ++a) {
-      programmed += map.fila(a) == map_colour::yellow ? 1 : 0;
-      breakpoints += map.fila(a) == map_colour::blue ? 1 : 0;
-    }
-    const QString marker = map.marca() < 0
-                               ? QStringLiteral("Sin marca de la dirección actual")
-                               : QStringLiteral("Dirección actual ") +
-                                     QStringLiteral("%1").arg(map.marca(), 3, 16, QLatin1Char('0')).toUpper();
-    return QStringLiteral("%1; puntos de parada: %2; otras direcciones programadas: %3. %4")
-        .arg(marker)
-        .arg(breakpoints)
-        .arg(programmed)
-        .arg(QAccessibleWidget::text(what));
+    map_view shown;
+    shown.scale = map.escala();
+    shown.marker = map.marca();
+    for (int a = 0; a < program_words; ++a) shown.rows[a] = map.fila(a);
+    return a_qt(accessible_map(shown)) + QLatin1Char(' ') + QAccessibleWidget::text(what);
   }
 };
 
@@ -157,6 +174,11 @@ class mapa_accesible final : public QAccessibleWidget {
 QAccessibleInterface* fabrica(const QString&, QObject* object) {
   if (object == nullptr) return nullptr;
   if (auto* const map = dynamic_cast<mapa_qt*>(object)) return new mapa_accesible(map);
+  if (auto* const line = qobject_cast<QLineEdit*>(object)) return make_accessible_line(line);
+  if (auto* const region = dynamic_cast<live_region*>(object))
+    return new QAccessibleWidget(region, QAccessible::StatusBar);
+  if (auto* const notice = dynamic_cast<live_notice*>(object))
+    return new QAccessibleWidget(notice, QAccessible::Notification);
   int index = 0;
   if (find_control(object->objectName().toStdString(), index) == id::none) return nullptr;
   if (auto* const label = qobject_cast<QLabel*>(object)) return new rotulo_accesible(label);
@@ -168,6 +190,7 @@ QAccessibleInterface* fabrica(const QString&, QObject* object) {
 
 void instala_accesibles() {
   QAccessible::installFactory(fabrica);
+  install_accessible_events();
 }
 
 }  // namespace estructura

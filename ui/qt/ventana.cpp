@@ -8,10 +8,14 @@
 #include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 
+#include "ui/qt/accesible.h"
+#include "ui/qt/accessible_events.h"
 #include "ui/qt/colores.h"
 #include "ui/qt/iconos.h"
 #include "ui/qt/lista.h"
+#include "ui/qt/live_region.h"
 #include "ui/qt/mapa.h"
 #include "ui/qt/teclas.h"
 
@@ -47,6 +51,11 @@ ventana::ventana(Estructura& window, QWidget* parent) : QMainWindow(parent), win
   setWindowTitle(QStringLiteral("Estructura"));
   setWindowIcon(icono_programa());
   toma_colores();
+  // Whoever asks for a widget sooner is answered without what follows.
+  instala_accesibles();
+  live_ = new live_region(this);
+  // What is there at the start is no news.
+  static_cast<void>(announcer_.news(window_));
   construye();
   // A desktop with large letters on a small screen: somewhat smaller ones rather than a panel that is
   // scrolled.
@@ -189,6 +198,9 @@ void ventana::actualiza() {
   program_->pon_siguiente(window_.chip().cpu.pc);
   news_->mira(controls, window_.chip().running);
   names_->actualiza();
+  if (!window_.chip().running)
+    for (const std::unique_ptr<enlace>& link : links_) say_held_back(*link->widget());
+  announce();
   show_step_line();
 }
 
@@ -230,6 +242,13 @@ void ventana::foco_movido(const QWidget* now) {
   actua(link, [&](Estructura& window) { window.focus(link.which(), link.index()); });
 }
 
+// --- what is said by itself ---
+
+void ventana::announce() {
+  // Said while another window is in front, it would be cut short by the reader's telling of the next one.
+  if (isActiveWindow()) live_->say(announcer_.news(window_));
+}
+
 // --- colours ---
 
 void ventana::toma_colores() {
@@ -245,6 +264,8 @@ void ventana::toma_colores() {
 void ventana::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) toma_colores();
+  // After the focus, which is told first.
+  if (event->type() == QEvent::ActivationChange) QTimer::singleShot(0, this, [this] { announce(); });
 }
 
 // --- closing ---

@@ -20,6 +20,7 @@
 
 #include <QMainWindow>
 
+#include "ui/announcement.h"
 #include "ui/estructura.h"
 #include "ui/qt/composicion.h"
 #include "ui/qt/enlace.h"
@@ -31,6 +32,7 @@ class QScrollArea;
 
 namespace estructura {
 
+class live_region;
 class mapa_qt;
 class vista_lista;
 
@@ -50,6 +52,7 @@ class ventana final : public QMainWindow, private puerta {
   /// The widget of a control; the member `index` of a group.
   [[nodiscard]] QWidget* widget_of(id which, int index = 0) const;
   [[nodiscard]] Estructura& estructura() { return window_; }
+  using puerta::copiando;
   /// The size below which the window scrolls its controls, in logical pixels; the letters' size fixes it.
   [[nodiscard]] QSize least() const;
 
@@ -66,6 +69,7 @@ class ventana final : public QMainWindow, private puerta {
   void ensena(QWidget* focus);
   void show_step_line();
   void copia_foco();
+  void announce();
   [[nodiscard]] enlace& enlace_de(id which, int index) const;
 
   Estructura& window_;
@@ -78,6 +82,8 @@ class ventana final : public QMainWindow, private puerta {
   std::unique_ptr<nombres_accesibles> names_;
   marcas_a_medida marks_;
   std::unique_ptr<novedades> news_;
+  announcer announcer_;
+  live_region* live_ = nullptr;
   std::optional<QPalette> desktop_colours_;  ///< those that the window's are made of
   QScrollArea* area_ = nullptr;
   mapa_qt* map_ = nullptr;

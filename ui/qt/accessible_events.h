@@ -1,0 +1,26 @@
+// Keeps from screen readers the events of what the program does to controls that the person is not at. A
+// reader takes each of them to pieces with a dozen questions to the program, and Qt 6.4 sends them for lists
+// without the focus as if they had just got it: a step chooses a line of the program list and fills in its
+// address, and the reader would say that the focus went there.
+//
+//   install_accessible_events();          // once there is an application
+//   say_held_back(widget);                // for each widget, when a run has stopped
+//
+// A run changes pins at every frame. What readers remember of a widget, its state, they are told when the run
+// is over.
+#pragma once
+
+class QAccessibleEvent;
+class QWidget;
+
+namespace estructura {
+
+void install_accessible_events();
+
+/// Whether readers are told of an event.
+[[nodiscard]] bool is_told(const QAccessibleEvent& event);
+
+/// Tells the state of a widget whose changes were held back during a run.
+void say_held_back(QWidget& widget);
+
+}  // namespace estructura
