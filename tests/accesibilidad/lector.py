@@ -9,7 +9,7 @@ los botones y las casillas se pulsan; y que cada pulsación del tabulador se anu
 tiempo; al acabar no deja ningún proceso. Sale con 0, o con 1 y la lista de lo que falla; con 77 si falta algo del
 sistema.
 
-Lo que no hace: comprobar qué dice un lector concreto con todo ello.
+Qué dice un lector concreto con todo ello lo comprueba orca_test.py.
 """
 import collections
 import ctypes
