@@ -137,20 +137,28 @@ class Ear:
 
 
 def in_order(heard, fragments):
-    """Whether what was said holds the fragments, one after the other and nothing of it cut."""
-    said = []
+    """Whether what was said holds the fragments, one after the other, and the last of them was not cut. What
+    comes before it may be: Orca itself cuts the name of a window for what has the focus in it."""
+    said, after_stop = "", 0
     for kind, text in heard:
         if kind == "stop":
-            said.clear()
+            after_stop = len(said)
         elif kind != "key":
-            said.append(text)
-    whole, at = "\n".join(said), 0
-    for fragment in fragments:
-        at = whole.find(fragment, at)
+            said += text + "\n"
+    at = 0
+    for fragment in fragments[:-1]:
+        at = said.find(fragment, at)
         if at < 0:
             return False
         at += len(fragment)
-    return True
+    return said.find(fragments[-1], max(at, after_stop)) >= 0
+
+
+def has_focus(node):
+    try:
+        return node.clase != "list item" and "focused" in node.estados
+    except GLib.Error:
+        return False  # a line of a list that has been replaced since
 
 
 class Session(lector.Sesion):
@@ -211,9 +219,6 @@ class Session(lector.Sesion):
         self.mark = len(self.ear.since(0))
         self.keyboard.press(symbol, *held)
 
-    def teclea(self, symbol):
-        self.press(symbol)
-
     def type_into(self, box, text):
         """Until the box holds it."""
         for letter in text:
@@ -221,11 +226,19 @@ class Session(lector.Sesion):
             self.keyboard.press({"\n": ENTER}.get(letter, ord(letter)), *held)
         espera(f"{text!r} typed", lambda: text in box.texto)
 
+    def tabula(self):
+        self.con_foco.clear()
+        self.press(TAB)
+        before = self.foco
+        self.foco = espera("the focus elsewhere", lambda: next(
+            (node for node in list(self.con_foco) if node != before and has_focus(node)), None))
+        return self.foco
+
     def tab_to(self, role, name, *fragments):
         """As often as is needed, twice round at the most; then it must be heard."""
         wanted = self.el(role, name)
         # The event of the focus that is there already may still be on its way.
-        self.foco = next((node for nodes in self.nodos.values() for node in nodes if "focused" in node.estados), None)
+        self.foco = next((node for nodes in self.nodos.values() for node in nodes if has_focus(node)), None)
         for _ in range(2 * len(STOPS)):
             if self.tabula() == wanted:
                 return self.hears(*fragments)
@@ -234,7 +247,7 @@ class Session(lector.Sesion):
     # --- Hearing ---
 
     def hears(self, *fragments):
-        """Waits until what was said since the last key, and was not cut, holds the fragments in this order."""
+        """Waits until what was said since the last key holds the fragments in this order, the last one whole."""
         try:
             self.ear.wait(lambda heard: in_order(heard[self.mark:], fragments), fragments)
         except TimeoutError:
