@@ -42,6 +42,13 @@ class anfitrion {
     return {};
   }
 
+  /// A file has been written at a path that the dialog gave. Where files are not the person's own until they
+  /// are handed over (a browser), this does it; false when that failed.
+  virtual bool hand_over(const std::string& path) {
+    (void)path;
+    return true;
+  }
+
   virtual std::string portapapeles() { return {}; }
   virtual void pon_portapapeles(std::string_view text) { (void)text; }
   virtual void pita() {}

@@ -125,7 +125,7 @@ void Estructura::salvar_Click(int) {
   const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_);
   if (chosen.empty()) return;
   name_after(hex_, chosen);
-  if (salva(chip_, chosen))
+  if (salva(chip_, chosen) && host_.hand_over(chosen))
     hex_.modified = false;
   else
     ask(box::ok, write_error);
@@ -137,7 +137,7 @@ void Estructura::salvar16c84_Click(int) {
   const std::string chosen = choose_save_name(hex_filter, hex_extension, hex_);
   if (chosen.empty()) return;
   name_after(hex_, chosen);
-  if (!salvahxx(chip_, chosen)) ask(box::ok, write_error);
+  if (!salvahxx(chip_, chosen) || !host_.hand_over(chosen)) ask(box::ok, write_error);
   show_name(id::FILHEX, hex_);
 }
 
@@ -180,7 +180,7 @@ void Estructura::salvarasm_Click(int) {
   const std::string chosen = choose_save_name(asm_save_filter, asm_extension, asm_);
   if (chosen.empty()) return;
   name_after(asm_, chosen);
-  if (salvaasm(chosen, at(id::source).text(), asm_encoding_))
+  if (salvaasm(chosen, at(id::source).text(), asm_encoding_) && host_.hand_over(chosen))
     asm_.modified = false;
   else
     ask(box::ok, write_error);

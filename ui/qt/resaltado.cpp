@@ -1,14 +1,9 @@
 #include "ui/qt/resaltado.h"
 
-#include <string>
-
 #include <QByteArray>
 #include <QString>
 
-#include "asm/ensamblador.h"
-#include "asm/source_line.h"
-#include "common/texto.h"
-#include "core/instrucciones.h"
+#include "ui/highlight.h"
 #include "ui/qt/colores.h"
 #include "ui/reading_tips.h"
 
@@ -50,39 +45,6 @@ class utf8_line {
   bool ascii_ = false;
 };
 
-class painter_of_parts {
- public:
-  explicit painter_of_parts(QStringView line) : line_(line), parts_(cut_line(line_.text())) {}
-
-  std::vector<trozo> parts() {
-    if (parts_.colon)
-      put({parts_.label.empty() ? parts_.colon_at : parts_.label.from, parts_.colon_at + 1}, parte::etiqueta);
-    else
-      put(parts_.label, parte::etiqueta);
-    const std::string word = upper(parts_.mnemonic);
-    if (find_mnemonic(word) != nullptr)
-      put(parts_.mnemonic, parte::mnemonico);
-    else if (is_directive(word))
-      put(parts_.mnemonic, parte::directiva);
-    for (const line_part operand : {parts_.op1, parts_.op2})
-      if (is_number(upper(operand))) put(operand, parte::numero);
-    put(parts_.comment, parte::comentario);
-    return std::move(found_);
-  }
-
- private:
-  [[nodiscard]] std::string upper(line_part part) const { return to_upper(part.of(line_.text())); }
-  void put(line_part part, parte is) {
-    if (part.empty()) return;
-    const int start = line_.unit(part.from);
-    found_.push_back({start, line_.unit(part.to) - start, is});
-  }
-
-  utf8_line line_;
-  line_parts parts_;
-  std::vector<trozo> found_;
-};
-
 /// The pure colour of each part, before it is made legible; far enough apart to be told without green and
 /// red.
 constexpr std::array<QRgb, partes> puros = {
@@ -98,7 +60,13 @@ constexpr QRgb pure_underline = 0xFFE00070;
 }  // namespace
 
 std::vector<trozo> analiza(QStringView line) {
-  return painter_of_parts(line).parts();
+  const utf8_line text(line);
+  std::vector<trozo> found;
+  for (const source_piece& piece : highlight(text.text())) {
+    const int start = text.unit(piece.start);
+    found.push_back({start, text.unit(piece.start + piece.length) - start, static_cast<parte>(piece.is)});
+  }
+  return found;
 }
 
 std::vector<odd_part> odd_parts(QStringView line, const name_table& names) {

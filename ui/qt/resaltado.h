@@ -27,6 +27,7 @@
 
 namespace estructura {
 
+/// In the order of source_part.
 enum class parte : std::uint8_t { etiqueta, mnemonico, directiva, numero, comentario };
 inline constexpr std::size_t partes = 5;
 
