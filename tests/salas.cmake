@@ -1,7 +1,7 @@
-# The rooms may look down only: checks every include line of every source file of theirs, ui/qt included, which
-# may look at all the others and at Qt. At tests and benchmarks nobody may.
+# The rooms may look down only: checks every include line of every source file of theirs. The two front ends, ui/qt and
+# ui/web, look at all the others but not at each other, and ui/qt alone at Qt. At tests and benchmarks nobody may.
 #   cmake -DTOP=<source folder> -P salas.cmake
-set(order common core asm files ui ui/qt)
+set(order common core asm files ui ui/web ui/qt)
 set(wrong "")
 set(checked 0)
 set(above ${order})
@@ -9,8 +9,8 @@ foreach(room IN LISTS order)
   list(POP_FRONT above)
   file(GLOB_RECURSE sources RELATIVE ${TOP} ${TOP}/${room}/*.h ${TOP}/${room}/*.cpp)
   if(room STREQUAL "ui")
-    # A room of its own, though it stands in this one's folder.
-    list(FILTER sources EXCLUDE REGEX "^ui/qt/")
+    # Rooms of their own, though they stand in this one's folder.
+    list(FILTER sources EXCLUDE REGEX "^ui/(qt|web)/")
   endif()
   list(LENGTH sources count)
   if(count EQUAL 0)
@@ -18,6 +18,9 @@ foreach(room IN LISTS order)
   endif()
   math(EXPR checked "${checked} + ${count}")
   set(forbidden ${above} tests bench)
+  if(room STREQUAL "ui/qt")
+    list(APPEND forbidden ui/web)
+  endif()
   list(JOIN forbidden "|" forbidden)
   set(not_for_me "[\"<]([.][.]/)*(${forbidden})/")
   if(NOT room STREQUAL "ui/qt")

@@ -114,7 +114,7 @@ void coteja_mapa(cotejo& c, const map_view& wanted, const map_view& got) {
 
 }  // namespace
 
-foto toma(guiones::conductor& driver, const guiones::escritorio& desk) {
+foto toma(guiones::in_process_conductor& driver, const guiones::escritorio& desk) {
   foto shown;
   Estructura& window = driver.window();
   shown.ended = window.ended();

@@ -40,7 +40,7 @@ struct diferencia {
   std::string got;
 };
 
-foto toma(guiones::conductor& driver, const guiones::escritorio& desk);
+foto toma(guiones::in_process_conductor& driver, const guiones::escritorio& desk);
 
 /// The first difference, if there is one.
 std::optional<diferencia> diferencia_entre(const foto& wanted, const foto& got);

@@ -1,5 +1,5 @@
-// Who acts in the window and looks at it on behalf of a guion. There are two: one works on the toolkit-free
-// window, the other on the real widgets.
+// Who acts in the window and looks at it on behalf of a guion. There are three: one works on the toolkit-free
+// window, one on the real widgets, one on the page in a browser.
 //
 //   lugar place = ...;                        // the control "PB(3)"
 //   if (driver.usable(place)) driver.click(place);
@@ -9,6 +9,7 @@
 // shows the window as it stands now.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,7 +51,13 @@ class conductor {
   conductor(conductor&&) = delete;
   conductor& operator=(conductor&&) = delete;
 
-  virtual Estructura& window() = 0;
+  // The machine and what else is seen nowhere.
+  virtual const chipstate& chip() = 0;
+  virtual void change_machine(const std::function<void(chipstate&)>& change) = 0;
+  virtual void refresh() = 0;
+  virtual document hex() = 0;
+  virtual document source() = 0;
+  virtual bool ended() = 0;
 
   virtual void click(const lugar& place) = 0;
   virtual void click_text(const lugar& place, int caret) = 0;
@@ -73,6 +80,19 @@ class conductor {
   /// Name of the control with the focus, empty for none.
   virtual std::string focused() = 0;
   virtual std::string clipboard() = 0;
+};
+
+/// A driver of a window of this process.
+class in_process_conductor : public conductor {
+ public:
+  virtual Estructura& window() = 0;
+
+  const chipstate& chip() override { return window().chip(); }
+  void change_machine(const std::function<void(chipstate&)>& change) override { change(window().poke()); }
+  void refresh() override { window().refresh(); }
+  document hex() override { return window().hex(); }
+  document source() override { return window().source(); }
+  bool ended() override { return window().ended(); }
 };
 
 /// The control that a script means by "eje1" or "PB(3)"; throws when there is none.

@@ -10,7 +10,7 @@
 
 namespace estructura::guiones {
 
-class conductor_libre final : public conductor {
+class conductor_libre final : public in_process_conductor {
  public:
   explicit conductor_libre(escritorio& desk);
 

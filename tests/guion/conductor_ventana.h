@@ -15,7 +15,7 @@
 
 namespace estructura::guiones {
 
-class conductor_ventana final : public conductor {
+class conductor_ventana final : public in_process_conductor {
  public:
   explicit conductor_ventana(escritorio& desk);
 

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -39,6 +40,9 @@ struct escritorio {
   std::function<void(std::string)> unexpected = [](const std::string&) {};
   /// So many yields have passed; answers how many more may pass before the script has something to do.
   std::function<int(int)> yielded = [](int) { return 1; };
+
+  /// How many yields from now on the next statement is due; 0: none waits.
+  std::function<std::int64_t()> yields_to_next = [] { return std::int64_t{0}; };
 
   answer ask(box kind, std::string_view text);
   std::string choose(bool save, std::string_view filter, std::string_view extension,

@@ -28,6 +28,7 @@ guion::guion(conductor& driver, escritorio& desk, std::ostream& shown)
     : driver_(driver), desk_(desk), shown_(shown) {
   desk_.unexpected = [this](const std::string& what) { fail(what); };
   desk_.yielded = [this](int passed) { return yielded(passed); };
+  desk_.yields_to_next = [this] { return yields_to_next(); };
 }
 
 std::optional<falla> guion::run(std::string_view script) {
@@ -74,15 +75,24 @@ void guion::fail(const std::string& what) {
   if (!failure_) failure_ = falla{line_, what};
 }
 
+std::int64_t guion::yields_to_next() const {
+  std::int64_t nearest = 0;
+  for (const waiting_statement& waiting : waiting_) {
+    const std::int64_t left = std::max<std::int64_t>(1, waiting.due - yields_);
+    nearest = nearest == 0 ? left : std::min(nearest, left);
+  }
+  return nearest;
+}
+
 int guion::yielded(int passed) {
   yields_ += passed;
   run_yields_ += passed;
   while (!failure_ && do_next_due()) {
   }
-  const bool runs = driver_.window().chip().running;
+  const bool runs = driver_.chip().running;
   if (!failure_ && runs && waiting_.empty() && run_yields_ >= most_yields)
     fail("the run has yielded " + std::to_string(most_yields) + " times and no @ statement is left");
-  if (failure_) driver_.window().poke().running = false;
+  if (failure_) driver_.change_machine([](chipstate& chip) { chip.running = false; });
   if (failure_ || !runs || !waiting_.empty()) return 1;
   return static_cast<int>(most_yields - run_yields_);
 }

@@ -55,6 +55,7 @@ class guion {
   void dispatch(renglon& words);
   void fail(const std::string& what);
   int yielded(int passed);
+  [[nodiscard]] std::int64_t yields_to_next() const;
   bool do_next_due();
 
   lugar next_place(renglon& words);

@@ -2,6 +2,7 @@
 //
 //   guion FILE...             each against the window without a toolkit
 //   guion --ventana FILE...   each against the real widgets
+//   guion --navegador FILE... each against the page in a real browser, one for all of them
 //   guion -                   one script from standard input
 //
 // Each script gets a fresh window and a fresh scratch folder as current directory. Lines shown go to standard
@@ -18,6 +19,7 @@
 #include <string_view>
 #include <vector>
 
+#include "guion/browser_conductor.h"
 #include "guion/conductor_libre.h"
 #include "guion/guion.h"
 #ifdef GUION_VENTANA
@@ -25,6 +27,10 @@
 
 #include "guion/conductor_ventana.h"
 #include "ui/qt/aplicacion.h"
+#endif
+
+#ifndef GUION_PAGE_FILE
+#error "GUION_PAGE_FILE has to name the page"
 #endif
 
 namespace fs = std::filesystem;
@@ -73,16 +79,24 @@ std::optional<std::string> script_of(const std::string& file) {
   return content.str();
 }
 
-std::optional<guiones::falla> run_script(std::string_view script, bool with_widgets) try {
+enum class mode { libre, ventana, navegador };
+
+std::unique_ptr<guiones::conductor> make_driver(mode wanted, guiones::escritorio& desk) {
+  if (wanted == mode::navegador) {
+    const char* const chosen = std::getenv("GUION_PAGE");
+    static guiones::browser_process browser(chosen != nullptr ? chosen : GUION_PAGE_FILE);
+    return std::make_unique<guiones::browser_conductor>(browser, desk);
+  }
+#ifdef GUION_VENTANA
+  if (wanted == mode::ventana) return std::make_unique<guiones::conductor_ventana>(desk);
+#endif
+  return std::make_unique<guiones::conductor_libre>(desk);
+}
+
+std::optional<guiones::falla> run_script(std::string_view script, mode wanted) try {
   const scratch_folder folder;
   guiones::escritorio desk;
-  std::unique_ptr<guiones::conductor> driver;
-#ifdef GUION_VENTANA
-  if (with_widgets) driver = std::make_unique<guiones::conductor_ventana>(desk);
-#else
-  static_cast<void>(with_widgets);
-#endif
-  if (!driver) driver = std::make_unique<guiones::conductor_libre>(desk);
+  const std::unique_ptr<guiones::conductor> driver = make_driver(wanted, desk);
   return guiones::guion(*driver, desk, std::cout).run(script);
 } catch (const std::exception& error) {
   return guiones::falla{0, error.what()};
@@ -100,11 +114,11 @@ void warn(QtMsgType, const QMessageLogContext&, const QString& message) {
 
 int usage(std::string_view problem) {
   std::cerr << "guion: " << problem
-            << "\nguion [--ventana] FILE...    (\"-\" reads one script from standard input)\n";
+            << "\nguion [--ventana | --navegador] FILE...    (\"-\" reads one script from standard input)\n";
   return 2;
 }
 
-int run_files(const std::vector<std::string>& files, bool with_widgets) {
+int run_files(const std::vector<std::string>& files, mode wanted) {
   int passed = 0;
   int failed = 0;
   bool from_input = false;
@@ -112,7 +126,7 @@ int run_files(const std::vector<std::string>& files, bool with_widgets) {
     from_input = from_input || file == standard_input;
     const auto script = script_of(file);
     const auto failure =
-        script ? run_script(*script, with_widgets) : guiones::falla{0, "the script cannot be read"};
+        script ? run_script(*script, wanted) : guiones::falla{0, "the script cannot be read"};
     std::cout.flush();
     ++(failure ? failed : passed);
     if (failure) std::cerr << file << ':' << failure->line << ": " << failure->what << '\n';
@@ -125,12 +139,14 @@ int run_files(const std::vector<std::string>& files, bool with_widgets) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  bool with_widgets = false;
+  mode wanted = mode::libre;
   std::vector<std::string> files;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (argument == "--ventana")
-      with_widgets = true;
+      wanted = mode::ventana;
+    else if (argument == "--navegador")
+      wanted = mode::navegador;
     else if (argument.starts_with('-') && argument != standard_input)
       return usage("no such option: " + argument);
     else
@@ -139,7 +155,7 @@ int main(int argc, char** argv) {
   if (files.empty()) return usage("no script to run");
 #ifdef GUION_VENTANA
   std::optional<QApplication> application;
-  if (with_widgets) {
+  if (wanted == mode::ventana) {
     qInstallMessageHandler(warn);
     // Without a display the window is as real on the platform that needs none.
     const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
@@ -149,7 +165,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
   }
 #else
-  if (with_widgets) return usage("built without the window: --ventana is not to be had");
+  if (wanted == mode::ventana) return usage("built without the window: --ventana is not to be had");
 #endif
-  return run_files(files, with_widgets);
+  return run_files(files, wanted);
 }

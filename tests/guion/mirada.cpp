@@ -98,12 +98,12 @@ valor mira(conductor& driver, escritorio& desk, std::string_view what) {
   if (what == "beeps") return entero(std::exchange(desk.beeps, 0));
   if (what == "focus") return texto(driver.focused());
   if (what == "clipboard") return texto(driver.clipboard());
-  if (what == "ended") return logico(driver.window().ended());
-  if (what == "hexname") return texto(driver.window().hex().name);
-  if (what == "hexmod") return logico(driver.window().hex().modified);
-  if (what == "asmname") return texto(driver.window().source().name);
-  if (what == "asmmod") return logico(driver.window().source().modified);
-  if (what.starts_with("chip.")) return campo(driver.window().chip(), what.substr(5));
+  if (what == "ended") return logico(driver.ended());
+  if (what == "hexname") return texto(driver.hex().name);
+  if (what == "hexmod") return logico(driver.hex().modified);
+  if (what == "asmname") return texto(driver.source().name);
+  if (what == "asmmod") return logico(driver.source().modified);
+  if (what.starts_with("chip.")) return campo(driver.chip(), what.substr(5));
   if (const auto name = quoted_argument(what, "file")) return texto(content_of(*name));
   if (const auto name = quoted_argument(what, "exists")) {
     std::error_code error;

@@ -108,7 +108,7 @@ void guion::dispatch(renglon& words) {
   const std::string name = words.next().text;
   for (const verb& statement : verbs) {
     if (statement.name != name) continue;
-    if (!statement.only_looks && driver_.window().ended())
+    if (!statement.only_looks && driver_.ended())
       throw error_de_guion("the program has ended; only looking is allowed: " + name);
     return (this->*statement.perform)(words);
   }
@@ -287,11 +287,13 @@ void guion::write(renglon& words) {
 
 void guion::program(renglon& words) {
   std::int64_t address = words.next_number(0, program_words - 1);
-  do {
-    const std::int64_t word = words.next_number(0, unprogrammed);
-    if (address >= program_words) throw error_de_guion("the program memory ends at address 2047");
-    driver_.window().poke().progmem[static_cast<int>(address++)] = static_cast<std::uint16_t>(word);
-  } while (!words.at_end());
+  driver_.change_machine([&](chipstate& chip) {
+    do {
+      const std::int64_t word = words.next_number(0, unprogrammed);
+      if (address >= program_words) throw error_de_guion("the program memory ends at address 2047");
+      chip.progmem[static_cast<int>(address++)] = static_cast<std::uint16_t>(word);
+    } while (!words.at_end());
+  });
 }
 
 void guion::poke(renglon& words) {
@@ -300,12 +302,13 @@ void guion::poke(renglon& words) {
   const std::string value = words.next().text;
   words.expect_end();
   if (!name.starts_with(machine)) throw error_de_guion("only a field of the machine can be poked: " + name);
-  pon_campo(driver_.window().poke(), std::string_view(name).substr(machine.size()), value);
+  const std::string_view field = std::string_view(name).substr(machine.size());
+  driver_.change_machine([&](chipstate& chip) { pon_campo(chip, field, value); });
 }
 
 void guion::refresh(renglon& words) {
   words.expect_end();
-  driver_.window().refresh();
+  driver_.refresh();
 }
 
 // --- What can be looked at

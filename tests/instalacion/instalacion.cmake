@@ -1,6 +1,6 @@
 # Installs into a folder of its own and looks at what is there: the files of lista.txt and no other, links of the manual
 # that lead somewhere, icons of the size that their folder says, entry and metainfo as their validators want them.
-#   cmake -DTOP=<source folder> -DBUILD=<build folder> -DSCRATCH=<folder to fill> -P instalacion.cmake
+#   cmake -DTOP=<source folder> -DBUILD=<build folder> -DSCRATCH=<folder to fill> -DPAGE=<ON or OFF> -P instalacion.cmake
 cmake_minimum_required(VERSION 3.25)
 set(wrong "")
 macro(fault)
@@ -22,6 +22,10 @@ file(REMOVE_RECURSE ${SCRATCH})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH})
 
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/lista.txt wanted REGEX "^[^#]")
+if(NOT PAGE)
+  # Made only where emscripten is.
+  list(REMOVE_ITEM wanted share/estructura/estructura.html)
+endif()
 file(GLOB_RECURSE found RELATIVE ${SCRATCH} ${SCRATCH}/*)
 foreach(path IN LISTS wanted)
   if(NOT path IN_LIST found)

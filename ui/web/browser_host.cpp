@@ -1,0 +1,81 @@
+#include "ui/web/browser_host.h"
+
+#include <cstdlib>
+#include <emscripten.h>
+
+#include "common/fichero.h"
+#include "ui/estructura.h"
+#include "ui/web/page_imports.h"
+
+namespace estructura {
+
+namespace {
+
+/// How long the run keeps the thread: a click waits for at most this and the frame being painted.
+constexpr double turn_ms = 6;
+/// Steps between two looks at the clock; a look costs some fifty steps' thousandth of a turn.
+constexpr int steps_between_looks = 512;
+
+enum turn_reason { turn_for_events = 0, turn_of_a_sleeping_chip = 1, turn_paused = 2 };
+
+std::string taken(char* text) {
+  std::string copy = text != nullptr ? text : "";
+  std::free(text);
+  return copy;
+}
+
+}  // namespace
+
+answer browser_host::mensaje(box kind, std::string_view text) {
+  switch (page_box(static_cast<int>(kind), text.data(), text.size())) {
+    case static_cast<int>(answer::yes): return answer::yes;
+    case static_cast<int>(answer::no): return answer::no;
+    case static_cast<int>(answer::ok): return answer::ok;
+    default: return anfitrion::mensaje(kind, text);
+  }
+}
+
+std::string browser_host::elige_fichero(bool save, std::string_view filter, std::string_view extension,
+                                        std::string_view proposed) {
+  return taken(page_choose_file(save ? 1 : 0, filter.data(), filter.size(), extension.data(),
+                                extension.size(), proposed.data(), proposed.size()));
+}
+
+bool browser_host::hand_over(const std::string& path) {
+  // What the file was written as: a name of its own, or that of the file it replaced.
+  const std::string written = localiza(path);
+  return page_hand_over(path.data(), path.size(), written.data(), written.size()) != 0;
+}
+
+std::string browser_host::portapapeles() {
+  return taken(page_read_clipboard());
+}
+
+void browser_host::pon_portapapeles(std::string_view text) {
+  page_write_clipboard(text.data(), text.size());
+}
+
+void browser_host::pita() {
+  page_beep();
+}
+
+int browser_host::cede() {
+  yields_ += granted_;
+  const bool paused = pause_at_ >= 0 && yields_ >= pause_at_;
+  if (paused) {
+    pause_at_ = -1;
+    page_turn(turn_paused);
+    attended_ms_ = emscripten_get_now();
+  } else if (emscripten_get_now() - attended_ms_ >= turn_ms) {
+    page_turn(window_->chip().sleeping && pause_at_ < 0 ? turn_of_a_sleeping_chip : turn_for_events);
+    attended_ms_ = emscripten_get_now();
+  }
+  // What was done meanwhile may have set another pause, or started a run that counts for itself.
+  return granted_ = pause_at_ >= 0 ? 1 : steps_between_looks;
+}
+
+void browser_host::termina() {
+  page_end();
+}
+
+}  // namespace estructura

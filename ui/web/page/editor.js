@@ -1,0 +1,191 @@
+// The source: a plain text area, which screen readers and telephones know, with its text
+// drawn beneath it in colours, line numbers at its left, and the line with the error marked.
+//
+//   const editor = new Editor(control, door);
+//   editor.show(record);
+//
+// What the program changes in the text can be undone as what was typed (history.js); another document begins a history
+// of its own. Only the lines in sight are drawn: the time for a text does not depend on its length.
+
+import { TextBox } from './entries.js';
+import { History } from './history.js';
+
+const parts = ['label', 'mnemonic', 'directive', 'number', 'comment'];
+/** Longer than this is no line of a program, and not worth the time to draw it in colours. */
+const longest_line = 2000;
+const most_remembered = 5000;
+
+export class Editor extends TextBox {
+  #numbers;
+  #drawn;
+  #documents = 0;
+  #history = new History();
+  /** The text as the record has it. */
+  #told = '';
+  #lines = [''];
+  #linesOf = '';
+  #colours = new Map();
+  #drawing = 0;
+
+  constructor(control, door) {
+    const field = document.createElement('textarea');
+    field.wrap = 'off';
+    super(control, door, field);
+    const root = document.createElement('div');
+    root.className = 'source';
+    this.#numbers = this.#beneath('numbers');
+    this.#drawn = this.#beneath('drawn');
+    root.append(this.#numbers, this.#drawn, field);
+    this.root = root;
+    this.#listenToUndoing();
+    const draw = () => this.drawSoon();
+    for (const event of ['scroll', 'input', 'select', 'keyup', 'click', 'focus']) field.addEventListener(event, draw);
+    new ResizeObserver(draw).observe(field);
+  }
+
+  #beneath(name) {
+    const sheet = document.createElement('div');
+    sheet.className = name;
+    sheet.setAttribute('aria-hidden', 'true');
+    return sheet;
+  }
+
+  show(record) {
+    super.show(record);
+    if (record.documents !== this.#documents) this.#history.clear();
+    this.#documents = record.documents;
+    this.drawSoon();
+  }
+
+  /** What the program changes can be undone; nobody comes back by undoing from one document to the other. */
+  putText(text, record) {
+    if (record.documents !== this.#documents) {
+      this.#history.clear();
+    } else {
+      this.#history.close();
+      this.#history.record(this.#told, text, this.field.selectionStart);
+      this.#history.close();
+    }
+    this.field.value = text;
+    this.#told = text;
+  }
+
+  typed(text) {
+    this.#history.record(this.#told, text, this.field.selectionStart);
+    this.#told = text;
+    super.typed(text);
+  }
+
+  #undo(back) {
+    const step = back ? this.#history.undo(this.field.value) : this.#history.redo(this.field.value);
+    if (!step) return;
+    this.field.value = step.text;
+    this.field.setSelectionRange(step.caret, step.caret);
+    this.#told = step.text;
+    super.typed(step.text);
+    this.reveal(step.caret);
+  }
+
+  #listenToUndoing() {
+    this.field.addEventListener('keydown', (event) => {
+      if (!(event.ctrlKey || event.metaKey) || event.altKey) return;
+      const key = event.key.toLowerCase();
+      if (key !== 'z' && key !== 'y') return;
+      event.preventDefault();
+      this.#undo(key === 'z' && !event.shiftKey);
+    });
+    // From a menu, or by a gesture.
+    this.field.addEventListener('beforeinput', (event) => {
+      if (event.inputType !== 'historyUndo' && event.inputType !== 'historyRedo') return;
+      event.preventDefault();
+      this.#undo(event.inputType === 'historyUndo');
+    });
+  }
+
+  get #lineHeight() {
+    return parseFloat(getComputedStyle(this.field).lineHeight);
+  }
+
+  /** The caret's line comes into sight. */
+  reveal(unit) {
+    const { field } = this;
+    const height = this.#lineHeight;
+    let line = 0;
+    for (let at = field.value.indexOf('\n'); at >= 0 && at < unit; at = field.value.indexOf('\n', at + 1)) ++line;
+    const top = line * height;
+    if (top < field.scrollTop || top + height > field.scrollTop + field.clientHeight - height)
+      field.scrollTop = Math.max(0, top - 4 * height);
+    field.scrollLeft = 0;
+  }
+
+  drawSoon() {
+    if (this.#drawing === 0) this.#drawing = requestAnimationFrame(() => this.#draw());
+  }
+
+  #draw() {
+    this.#drawing = 0;
+    const { field } = this;
+    if (field.value !== this.#linesOf) {
+      this.#linesOf = field.value;
+      this.#lines = field.value.split('\n');
+    }
+    const height = this.#lineHeight;
+    const first = Math.floor(field.scrollTop / height);
+    const last = Math.min(this.#lines.length, Math.ceil((field.scrollTop + field.clientHeight) / height) + 1);
+    const current = field.value.slice(0, field.selectionStart).split('\n').length;
+    const down = `${first * height - field.scrollTop}px`;
+    const [numbers, lines] = [[], []];
+    for (let at = first; at < last; ++at) {
+      numbers.push(this.#number(at + 1, current));
+      lines.push(this.#line(at));
+    }
+    this.#numbers.replaceChildren(...numbers);
+    this.#drawn.replaceChildren(...lines);
+    const digits = Math.max(3, String(this.#lines.length).length);
+    this.root.style.setProperty('--digits', digits);
+    for (const sheet of [this.#numbers, this.#drawn]) sheet.style.setProperty('--down', down);
+    this.#drawn.style.setProperty('--left', `${-field.scrollLeft}px`);
+  }
+
+  #number(line, current) {
+    const number = document.createElement('div');
+    const wrong = line === this.control.record.line;
+    number.textContent = wrong ? `!${String(line).padStart(3)}` : String(line);
+    if (wrong) number.className = 'wrong';
+    else if (line === current) number.className = 'current';
+    return number;
+  }
+
+  #line(at) {
+    const line = document.createElement('div');
+    line.append(...this.#coloured(this.#lines[at]));
+    if (at + 1 === this.control.record.line) line.className = 'wrong';
+    return line;
+  }
+
+  #coloured(text) {
+    if (text.length > longest_line || text === '') return [text || '\u200b'];
+    const pieces = [];
+    let from = 0;
+    for (const [start, length, part] of this.#partsOf(text)) {
+      pieces.push(text.slice(from, start));
+      const piece = document.createElement('span');
+      piece.className = parts[part];
+      piece.textContent = text.slice(start, start + length);
+      pieces.push(piece);
+      from = start + length;
+    }
+    return [...pieces, text.slice(from)];
+  }
+
+  /** Which part of a line is what, as the assembler cuts it. */
+  #partsOf(text) {
+    let known = this.#colours.get(text);
+    if (!known) {
+      if (this.#colours.size > most_remembered) this.#colours.clear();
+      known = JSON.parse(this.door.askWithText('highlight', text));
+      this.#colours.set(text, known);
+    }
+    return known;
+  }
+}

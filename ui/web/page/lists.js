@@ -1,0 +1,196 @@
+// Lists: rows of text in columns, one or several of them selected. The selection is the record's: what the person
+// chooses goes through the door and comes back from there.
+//
+//   const list = new List(control, door);
+//   list.show({ rows: [' 000\tC05\tMOVLW 05'], row: 0, selected: [0], face: false }, true);
+//
+// In a list of one selection the arrow keys only walk, and Space or Enter is the click, since a click may take the
+// focus away at once. In the program list they select, with Shift several; Enter is the double-click there.
+
+const row_keys = { ArrowUp: -1, ArrowDown: 1, PageUp: -10, PageDown: 10, Home: -Infinity, End: Infinity };
+
+export class List {
+  #control;
+  #door;
+  #several;
+  #rows = [];
+  #texts = [];
+  #current = -1;
+  #selected = new Set();
+  #cursor = -1;
+  #anchor = 0;
+
+  constructor(control, door) {
+    this.#control = control;
+    this.#door = door;
+    this.#several = control.name === 'MP';
+    const root = document.createElement('div');
+    root.className = 'list';
+    root.tabIndex = control.skipped ? -1 : 0;
+    root.setAttribute('role', 'listbox');
+    if (this.#several) root.setAttribute('aria-multiselectable', 'true');
+    root.addEventListener('click', (event) => this.#clicked(event));
+    root.addEventListener('keydown', (event) => this.#pressed(event));
+    this.root = root;
+    this.field = root;
+  }
+
+  show(record) {
+    if (record.rows) this.#putRows(record.rows);
+    this.root.classList.toggle('face', record.face);
+    const chosen = new Set(record.selected);
+    for (const row of this.#selected) if (!chosen.has(row)) this.#mark(row, false);
+    for (const row of chosen) if (!this.#selected.has(row)) this.#mark(row, true);
+    this.#selected = chosen;
+    const moved = this.#current !== record.row || record.rows;
+    this.#current = record.row;
+    if (this.#several || record.row >= 0 || document.activeElement !== this.root) this.#cursor = record.row;
+    if (record.row >= 0 && this.#several && (moved || record.chosen)) this.#bringIntoSight(record.row, record.byPerson);
+    this.#showCursor();
+  }
+
+  /** The line of the instruction that is executed next. */
+  showNext(row) {
+    const [before] = this.root.getElementsByClassName('next');
+    if (before === this.#rows[row]) return;
+    before?.classList.remove('next');
+    this.#rows[row]?.classList.add('next');
+  }
+
+  /** What is read aloud of each line, where it is more than what is shown. */
+  say(texts) {
+    texts.forEach((text, at) => {
+      const row = this.#rows[at];
+      if (!row || (row.getAttribute('aria-label') ?? '') === text) return;
+      if (text) row.setAttribute('aria-label', text);
+      else row.removeAttribute('aria-label');
+    });
+  }
+
+  get texts() { return this.#texts; }
+  rowElement(row) { return this.#rows[row]; }
+
+  #putRows(texts) {
+    if (texts.length !== this.#rows.length) {
+      this.#rows = texts.map((_, at) => this.#newRow(at));
+      this.#texts = [];
+      this.#selected = new Set();
+      this.#cursor = -1;
+      this.root.replaceChildren(...this.#rows);
+    }
+    texts.forEach((text, at) => {
+      if (this.#texts[at] === text) return;
+      const row = this.#rows[at];
+      row.replaceChildren(...text.split('\t').map((part) => {
+        const cell = document.createElement('span');
+        cell.textContent = part;
+        return cell;
+      }));
+      row.classList.toggle('stop', text.startsWith('*'));
+    });
+    this.#texts = texts;
+  }
+
+  #newRow(at) {
+    const row = document.createElement('div');
+    row.id = `${this.#control.id}-${at}`;
+    row.setAttribute('role', 'option');
+    row.setAttribute('aria-selected', 'false');
+    return row;
+  }
+
+  #mark(row, selected) {
+    this.#rows[row]?.setAttribute('aria-selected', String(selected));
+  }
+
+  #showCursor() {
+    const row = this.#rows[this.#cursor];
+    const [before] = this.root.getElementsByClassName('cursor');
+    if (before !== row) {
+      before?.classList.remove('cursor');
+      row?.classList.add('cursor');
+    }
+    if (row) this.root.setAttribute('aria-activedescendant', row.id);
+    else this.root.removeAttribute('aria-activedescendant');
+  }
+
+  /** A line that the program chooses out of sight comes to the middle, with what stands around it. */
+  #bringIntoSight(at, nearest) {
+    const row = this.#rows[at];
+    const { scrollTop: top, clientHeight: height } = this.root;
+    if (!row || height === 0) return;
+    const from = row.offsetTop;
+    if (from >= top && from + row.offsetHeight <= top + height) return;
+    if (nearest && from + row.offsetHeight > top && from < top + height + row.offsetHeight)
+      this.root.scrollTop = from < top ? from : from + row.offsetHeight - height;
+    else
+      this.root.scrollTop = from - height / 2;
+  }
+
+  #rowOf(event) {
+    const row = event.target.closest('[role=option]');
+    return row ? this.#rows.indexOf(row) : -1;
+  }
+
+  #clicked(event) {
+    const row = this.#rowOf(event);
+    if (row < 0) return;
+    if (this.#several && event.detail === 2 && !event.ctrlKey && !event.shiftKey) {
+      this.#door.act('dblclick_row', this.#control.which, this.#control.index, row);
+      return;
+    }
+    this.#cursor = row;
+    if (this.#several && event.shiftKey) return this.#choose(row, this.#range(row));
+    this.#anchor = row;
+    if (!this.#several || !(event.ctrlKey || event.metaKey)) return this.#choose(row, [row]);
+    // Turned over; the others stay.
+    const selected = new Set(this.#selected);
+    if (!selected.delete(row)) selected.add(row);
+    this.#choose(row, [...selected]);
+  }
+
+  #range(to) {
+    const [first, last] = [Math.min(this.#anchor, to), Math.max(this.#anchor, to)];
+    return Array.from({ length: last - first + 1 }, (_, at) => first + at);
+  }
+
+  #choose(current, selected) {
+    this.#control.byPerson = true;
+    this.#door.actWithNumbers('choose_rows', selected, this.#control.which, this.#control.index, current);
+    this.#control.byPerson = false;
+  }
+
+  #pressed(event) {
+    if (event.altKey || event.metaKey) return;
+    if (event.ctrlKey && event.key !== 'Home' && event.key !== 'End') return;
+    if (event.key in row_keys) {
+      event.preventDefault();
+      this.#walk(row_keys[event.key], event.shiftKey);
+    } else if (event.key === 'Enter' || event.key === ' ') {
+      event.preventDefault();
+      this.#pressedOnRow(event.key);
+    }
+  }
+
+  #walk(by, extend) {
+    const last = this.#rows.length - 1;
+    if (last < 0) return;
+    const from = this.#cursor >= 0 ? this.#cursor : this.#current;
+    const to = from < 0 ? (by === Infinity ? last : 0) : Math.min(Math.max(from + by, 0), last);
+    this.#cursor = to;
+    if (!this.#several) {
+      this.#showCursor();
+      return;
+    }
+    if (!extend) this.#anchor = to;
+    this.#choose(to, extend ? this.#range(to) : [to]);
+  }
+
+  #pressedOnRow(key) {
+    if (this.#cursor < 0) return;
+    if (this.#several && key === 'Enter')
+      this.#door.act('dblclick_row', this.#control.which, this.#control.index, this.#cursor);
+    else
+      this.#choose(this.#cursor, [this.#cursor]);
+  }
+}

@@ -1,0 +1,168 @@
+#include "ui/web/record_writer.h"
+
+#include <array>
+
+namespace estructura {
+
+namespace {
+
+void write_text(std::string& out, std::string_view text) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  out += '"';
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') {
+      out += '\\';
+      out += c;
+    } else if (byte < 0x20) {
+      out += "\\u00";
+      out += digits[byte >> 4U];
+      out += digits[byte & 15U];
+    } else {
+      out += c;
+    }
+  }
+  out += '"';
+}
+
+void write_key(std::string& out, std::string_view key) {
+  out += ",\"";
+  out += key;
+  out += "\":";
+}
+
+void write(std::string& out, std::string_view key, std::string_view text) {
+  write_key(out, key);
+  write_text(out, text);
+}
+
+void write(std::string& out, std::string_view key, int number) {
+  write_key(out, key);
+  out += std::to_string(number);
+}
+
+void write_flag(std::string& out, std::string_view key, bool value) {
+  write_key(out, key);
+  out += value ? "true" : "false";
+}
+
+template <class Item, class Write>
+void write_list(std::string& out, const std::vector<Item>& items, const Write& one) {
+  out += '[';
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i > 0) out += ',';
+    one(items[i]);
+  }
+  out += ']';
+}
+
+std::string_view kind_name(kind is) {
+  constexpr std::array<std::string_view, 9> names = {"button", "check", "option",  "text", "label",
+                                                     "list",   "combo", "picture", "frame"};
+  return names[static_cast<std::size_t>(is)];
+}
+
+}  // namespace
+
+record_writer::record_writer(Estructura& window) : window_(window), first_(id_count) {
+  const std::vector<control>& controls = window.look_all();
+  seen_.resize(controls.size());
+  for (std::size_t place = controls.size(); place-- > 0;)
+    first_[static_cast<std::size_t>(controls[place].which())] = place;
+}
+
+std::size_t record_writer::place_of(id which, int index) const {
+  return first_[static_cast<std::size_t>(which)] + static_cast<std::size_t>(index);
+}
+
+std::string record_writer::inventory() {
+  std::string out;
+  write_list(out, window_.look_all(), [&](const control& record) {
+    const id frame = declared(record.which()).frame;
+    out += "{\"which\":" + std::to_string(static_cast<int>(record.which()));
+    write(out, "index", record.index());
+    write(out, "name", record.name());
+    write(out, "kind", kind_name(record.is()));
+    write(out, "frame", frame == id::none ? -1 : static_cast<int>(place_of(frame, 0)));
+    write_flag(out, "skipped", skipped_by_tab(record.which()));
+    out += '}';
+  });
+  return out;
+}
+
+void record_writer::write_control(std::string& out, const control& record, copy& before, std::size_t place) {
+  const bool all = !before.fresh;
+  before.fresh = true;
+  before.changes = record.changes();
+  out += "{\"at\":" + std::to_string(place);
+  if (all || before.text != record.text()) {
+    before.text = record.text();
+    write(out, "text", record.text());
+  }
+  write(out, "tip", record.tip());
+  write_flag(out, "visible", record.visible());
+  write_flag(out, "enabled", record.enabled());
+  switch (record.is()) {
+    case kind::check:
+    case kind::option: write_flag(out, "value", record.value()); break;
+    case kind::text:
+      write(out, "start", record.sel_start());
+      write(out, "length", record.sel_length());
+      write(out, "line", record.marked_line());
+      write(out, "documents", static_cast<int>(record.documents()));
+      write(out, "shown", static_cast<int>(record.shown_selections()));
+      break;
+    case kind::list:
+    case kind::combo:
+      write(out, "row", record.row());
+      write_flag(out, "face", record.face_background());
+      write_key(out, "selected");
+      write_list(out, record.selected(), [&](int row) { out += std::to_string(row); });
+      if (!all && before.row_changes == record.row_changes()) break;
+      before.row_changes = record.row_changes();
+      write_key(out, "rows");
+      write_list(out, record.rows(), [&](const std::string& row) { write_text(out, row); });
+      break;
+    default: break;
+  }
+  out += '}';
+}
+
+void record_writer::write_map(std::string& out) {
+  const map_view& map = window_.look_map();
+  write(out, "marker", map.marker);
+  std::string rows(static_cast<std::size_t>(program_words), '0');
+  for (int address = 0; address < program_words; ++address)
+    rows[static_cast<std::size_t>(address)] = static_cast<char>('0' + static_cast<int>(map.rows[address]));
+  if (rows == map_rows_ && map.scale == map_scale_) return;
+  map_rows_ = rows;
+  map_scale_ = map.scale;
+  write(out, "scale", map.scale);
+  write(out, "words", rows);
+}
+
+std::string record_writer::changes() {
+  const std::vector<control>& controls = window_.look_all();
+  std::string out = "{\"controls\":[";
+  bool first = true;
+  for (std::size_t place = 0; place < controls.size(); ++place) {
+    copy& before = seen_[place];
+    if (before.fresh && before.changes == controls[place].changes()) continue;
+    if (!first) out += ',';
+    first = false;
+    write_control(out, controls[place], before, place);
+  }
+  out += ']';
+  const focus_place focus = window_.focused();
+  write(out, "focus", focus.which == id::none ? -1 : static_cast<int>(place_of(focus.which, focus.index)));
+  write(out, "pc", window_.chip().cpu.pc);
+  write_flag(out, "running", window_.chip().running);
+  write_flag(out, "is16c5x", window_.chip().devmodel.is16c5x);
+  write_flag(out, "unsaved", window_.hex().modified || window_.source().modified);
+  write_flag(out, "ended", window_.ended());
+  write_map(out);
+  out += '}';
+  return out;
+}
+
+}  // namespace estructura
