@@ -276,11 +276,11 @@ void browser_conductor::change_machine(const std::function<void(chipstate&)>& ch
 
 document browser_conductor::hex() {
   const message told = browser_.call({"documents"});
-  return {.name = told.at(0), .modified = told.at(1) == "1"};
+  return {.name = told.at(0), .file = {}, .modified = told.at(1) == "1"};
 }
 document browser_conductor::source() {
   const message told = browser_.call({"documents"});
-  return {.name = told.at(2), .modified = told.at(3) == "1"};
+  return {.name = told.at(2), .file = {}, .modified = told.at(3) == "1"};
 }
 bool browser_conductor::ended() {
   return browser_.call({"ended"}).at(0) == "true";

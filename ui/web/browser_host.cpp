@@ -13,8 +13,8 @@ namespace {
 
 /// How long the run keeps the thread: a click waits for at most this and the frame being painted.
 constexpr double turn_ms = 6;
-/// Steps between two looks at the clock; a look costs some fifty steps' thousandth of a turn.
-constexpr int steps_between_looks = 512;
+/// Steps between two looks at the clock: some 40 microseconds.
+constexpr int steps_between_looks = 4096;
 
 enum turn_reason { turn_for_events = 0, turn_of_a_sleeping_chip = 1, turn_paused = 2 };
 
