@@ -6,6 +6,7 @@
 // Asked for: at least half of the native speed, some 60 frames a second, a click within 16 ms. The machine should have
 // nothing else to do. It needs what the page's tests need (tests/web).
 import { execFileSync } from 'node:child_process';
+import { readFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { openChromium, openPage } from '../tests/web/browsers.mjs';
@@ -17,12 +18,11 @@ const native = process.argv[3] ?? join(top, 'build/release/bench/bench_run_headl
 const rounds = 5;
 
 // The program `mixed` of bench/programas.cpp, as source.
-const source = await sourceOfMixed();
+const source = sourceOfMixed();
 
-async function sourceOfMixed() {
-  const { readFileSync } = await import('node:fs');
+function sourceOfMixed() {
   const text = readFileSync(join(top, 'bench/programas.cpp'), 'utf8');
-  const body = /"mixed"[^{]*{([^}]*)}/.exec(text)?.[1];
+  const body = /mixed_lines = {([^}]*)}/.exec(text)?.[1];
   if (!body) throw new Error('bench/programas.cpp has no program called mixed');
   const lines = [...body.matchAll(/"([^"]+)"/g)].map(([, line]) => `        ${line}`);
   return ['        ORG 7FF', '        GOTO 0', '        ORG 0', ...lines, '        END', ''].join('\n');
@@ -52,8 +52,6 @@ async function measure() {
 
 const browser = await openChromium();
 const page = await openPage(browser, pageFile);
-await page.$eval(`${control('source')} textarea`, (element) => element.focus());
-await page.evaluate((text) => navigator.clipboard.writeText(text).catch(() => {}), source);
 await page.evaluate((text) => {
   const area = document.querySelector('[data-name=source] textarea');
   area.value = text;

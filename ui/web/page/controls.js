@@ -123,6 +123,7 @@ function makerOf(control) {
 class Control {
   record = { text: '', tip: '', visible: true, enabled: true, name: '', description: '' };
   byPerson = false;
+  running = false;
 
   constructor(declared, place) {
     Object.assign(this, declared, { place, id: `c${place}`, members: [this] });
@@ -145,7 +146,7 @@ class Control {
   apply(changes) {
     const record = Object.assign(this.record, changes);
     this.view.show({ ...record, rows: changes.rows ?? (this.kind === 'combo' ? record.rows : undefined),
-      chosen: 'row' in changes, byPerson: this.byPerson });
+      chosen: 'row' in changes, byPerson: this.byPerson, running: this.running });
     this.root.classList.toggle('gone', !record.visible);
     for (const companion of this.companions ?? []) companion.classList.toggle('gone', !record.visible);
     if ('disabled' in this.field) this.field.disabled = !record.enabled;

@@ -44,7 +44,18 @@ export class TextBox {
     const text = shown(record.text);
     const changed = this.field.value !== text;
     if (changed) this.putText(text, record);
+    // Setting a selection has the page laid out anew: during a run only where it is seen.
+    if (record.running && document.activeElement !== this.field) {
+      this.late = true;
+      return;
+    }
+    this.late = false;
     this.putSelection(record, changed);
+  }
+
+  /** The run is over: what was left for later. */
+  catchUp() {
+    if (this.late) this.show({ ...this.control.record, running: false });
   }
 
   putText(text) {

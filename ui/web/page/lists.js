@@ -19,6 +19,11 @@ export class List {
   #selected = new Set();
   #cursor = -1;
   #anchor = 0;
+  #top = 0;
+  #height = 0;
+  #rowHeight = 0;
+  /** The line that is to be brought into sight once the list has a size. */
+  #unseen = -1;
 
   constructor(control, door) {
     this.#control = control;
@@ -29,6 +34,9 @@ export class List {
     root.tabIndex = control.skipped ? -1 : 0;
     root.setAttribute('role', 'listbox');
     if (this.#several) root.setAttribute('aria-multiselectable', 'true');
+    // Asked for anew in each frame of a run, these would have the page laid out anew each time.
+    root.addEventListener('scroll', () => { this.#top = root.scrollTop; }, { passive: true });
+    new ResizeObserver(() => this.#measure()).observe(root);
     root.addEventListener('click', (event) => this.#clicked(event));
     root.addEventListener('keydown', (event) => this.#pressed(event));
     this.root = root;
@@ -77,6 +85,7 @@ export class List {
       this.#selected = new Set();
       this.#cursor = -1;
       this.root.replaceChildren(...this.#rows);
+      this.#rowHeight = 0;
     }
     texts.forEach((text, at) => {
       if (this.#texts[at] === text) return;
@@ -89,6 +98,7 @@ export class List {
       row.classList.toggle('stop', text.startsWith('*'));
     });
     this.#texts = texts;
+    if (this.#several && this.#rowHeight === 0) this.#measure();
   }
 
   #newRow(at) {
@@ -114,17 +124,23 @@ export class List {
     else this.root.removeAttribute('aria-activedescendant');
   }
 
+  #measure() {
+    this.#height = this.root.clientHeight;
+    this.#rowHeight = this.#rows[0]?.offsetHeight ?? 0;
+    if (this.#unseen >= 0) this.#bringIntoSight(this.#unseen, false);
+  }
+
   /** A line that the program chooses out of sight comes to the middle, with what stands around it. */
   #bringIntoSight(at, nearest) {
-    const row = this.#rows[at];
-    const { scrollTop: top, clientHeight: height } = this.root;
-    if (!row || height === 0) return;
-    const from = row.offsetTop;
-    if (from >= top && from + row.offsetHeight <= top + height) return;
-    if (nearest && from + row.offsetHeight > top && from < top + height + row.offsetHeight)
-      this.root.scrollTop = from < top ? from : from + row.offsetHeight - height;
-    else
-      this.root.scrollTop = from - height / 2;
+    const [row, height] = [this.#rowHeight, this.#height];
+    this.#unseen = row === 0 || height === 0 ? at : -1;
+    if (this.#unseen >= 0) return;
+    const from = at * row;
+    if (from >= this.#top && from + row <= this.#top + height) return;
+    const isNear = from + row > this.#top - row && from < this.#top + height + row;
+    const edge = from < this.#top ? from : from + row - height;
+    this.#top = Math.min(Math.max(0, nearest && isNear ? edge : from - height / 2), this.#rows.length * row - height);
+    this.root.scrollTop = this.#top;
   }
 
   #rowOf(event) {

@@ -22,6 +22,7 @@ const program = await door.open(createProgram, bytesOf(data('program')), makeHos
 files = new PageFiles(program.FS, JSON.parse(data('examples')));
 door.call('watch');
 const controls = buildControls(JSON.parse(door.ask('inventory')), door, document);
+const texts = controls.filter(({ kind }) => kind === 'text');
 const marks = new ChangeMarks(controls);
 const map = controls.named('mapa').view;
 const list = controls.named('MP').view;
@@ -40,6 +41,7 @@ function moveFocus(place) {
 door.onChanges = (changes) => {
   const before = state;
   state = changes;
+  for (const box of texts) box.running = changes.running;
   // An element that is disabled or hidden with the focus on it passes it on as it likes: the focus moves first.
   const focused = controls.of(document.activeElement);
   const late = changes.controls.filter(({ at }) => controls[at] === focused);
@@ -48,6 +50,7 @@ door.onChanges = (changes) => {
   if (!boxIsOpen) moveFocus(changes.focus);
   for (const change of late) controls[change.at].apply(change);
   if (!boxIsOpen) moveFocus(changes.focus);
+  if (!changes.running) for (const box of texts) box.view.catchUp();
   map.showMap(changes);
   list.showNext(changes.pc);
   marks.look(changes.running);

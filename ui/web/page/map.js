@@ -13,6 +13,8 @@ export class ProgramMap {
   scale = 0;
   words = '';
   marker = -1;
+  /** Kept: asked for in each frame it would have the page laid out anew. */
+  #size = [0, 0];
 
   constructor(control, door) {
     const canvas = document.createElement('canvas');
@@ -23,7 +25,10 @@ export class ProgramMap {
       const box = canvas.getBoundingClientRect();
       door.act('press_map', (event.clientY - box.top) * this.scale / box.height);
     });
-    new ResizeObserver(() => this.#paint()).observe(canvas);
+    new ResizeObserver(() => {
+      this.#size = [canvas.clientWidth, canvas.clientHeight];
+      this.#paint();
+    }).observe(canvas);
     this.root = canvas;
     this.field = canvas;
   }
@@ -41,7 +46,7 @@ export class ProgramMap {
   #paint() {
     const canvas = this.root;
     const pixel = window.devicePixelRatio;
-    const [width, height] = [Math.round(canvas.clientWidth * pixel), Math.round(canvas.clientHeight * pixel)];
+    const [width, height] = this.#size.map((side) => Math.round(side * pixel));
     if (width === 0 || height === 0 || this.scale === 0) return;
     if (canvas.width !== width || canvas.height !== height) Object.assign(canvas, { width, height });
     const paper = canvas.getContext('2d');
