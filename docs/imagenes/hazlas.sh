@@ -96,11 +96,11 @@ foto $i/listado.png --asm $primero --listado --medida 1366x720 --panel "sl(0) sl
 foto $i/watchdog.png --asm $primero WATCHDOG RE#2 dat=8 entrardat "eje1*18000" --caja
 foto $i/oscura.png --device 12C508 --asm ejemplos/despertar.asm --oscura --pasos 12
 
-# What the pages show and what is made here are the same.
+# What the pages show and what is made here are the same, but for the pictures of the page for browsers (pagina.mjs).
 {
   grep -o '([a-z0-9/-]*\.png)' README.md | tr -d '()'
   grep -o '([a-z0-9/-]*\.png)' docs/manual.md | tr -d '()' | sed 's,^,docs/,'
-} | sort -u > "$cosas/nombradas"
+} | grep -v /pagina- | sort -u > "$cosas/nombradas"
 sort "$cosas/hechas" > "$cosas/ordenadas"
 if ! diff "$cosas/nombradas" "$cosas/ordenadas" > "$cosas/sobran"; then
   echo "Named by the pages (<) and made here (>) differ:" >&2

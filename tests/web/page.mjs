@@ -109,9 +109,26 @@ const tests = {
     await page.focus(source);
     await page.keyboard.sendCharacter('BUCLE: MOVLW 0F ; cuenta');
     await still(page);
-    const parts = await page.$$eval('.drawn span', (spans) => spans.map((span) => [span.className, span.textContent]));
+    const parts = await page.$$eval('.drawn span[class]', (spans) => spans.map((span) => [span.className, span.textContent]));
     assert.deepEqual(parts, [['label', 'BUCLE:'], ['mnemonic', 'MOVLW'], ['number', '0F'], ['comment', '; cuenta']]);
     assert.deepEqual(await page.$$eval('.numbers div', (numbers) => numbers.map((number) => number.textContent)), ['1']);
+  },
+
+  async what_is_read_as_something_else_is_underlined_and_says_so(page) {
+    await page.focus(source);
+    await page.keyboard.sendCharacter('X EQU 0x10');
+    await still(page);
+    assert.deepEqual(await page.$$eval('.odd', (spans) => spans.map((span) => span.textContent)), ['0x10']);
+    const place = await page.$eval('.odd', (span) => {
+      const box = span.getBoundingClientRect();
+      return [box.left + box.width / 2, box.top + box.height / 2];
+    });
+    await page.mouse.move(...place);
+    await still(page);
+    assert.match(await page.$eval(source, (field) => field.title), /se lee como 0\.$/);
+    await page.mouse.move(place[0] + 100, place[1]);
+    await still(page);
+    assert.equal(await page.$eval(source, (field) => field.title), '');
   },
 
   async a_file_of_the_disk_is_picked(page) {

@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "ui/estructura.h"
-#include "ui/highlight.h"
 #include "ui/web/browser_host.h"
 #include "ui/web/page_imports.h"
 #include "ui/web/record_writer.h"
@@ -41,16 +40,6 @@ void act(const Action& action) {
   program().host.begin_action();
   action(program().window);
   page_action_done();
-}
-
-/// How many UTF-16 units a text takes: one for each character, two beyond the first 65,536.
-int units_of(std::string_view utf8) {
-  int units = 0;
-  for (const char c : utf8) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte & 0xC0U) != 0x80U) units += byte >= 0xF0 ? 2 : 1;
-  }
-  return units;
 }
 
 const char* tell(std::string text) {
@@ -132,17 +121,11 @@ EMSCRIPTEN_KEEPALIVE const char* estructura_changes() {
   return tell(program().writer.changes());
 }
 
-/// The parts of a line of source as [[start, length, part], ...] in the page's units.
+/// How a line of the source is shown, in the page's units: its parts as [[start, length, part], ...], and the
+/// operands that are read as something else than they look as [[start, length, tip], ...].
 EMSCRIPTEN_KEEPALIVE const char* estructura_highlight(const char* text, int size) {
   const std::string_view line(text, static_cast<std::size_t>(size));
-  std::string out = "[";
-  for (const source_piece& piece : highlight(line)) {
-    const int start = units_of(line.substr(0, piece.start));
-    out += (out.size() > 1 ? ",[" : "[") + std::to_string(start) + ',' +
-           std::to_string(units_of(line.substr(0, piece.start + piece.length)) - start) + ',' +
-           std::to_string(static_cast<int>(piece.is)) + ']';
-  }
-  return tell(out + ']');
+  return tell(program().writer.highlighted(line));
 }
 
 // --- For tests: the machine behind the page ---

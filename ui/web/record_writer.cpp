@@ -1,6 +1,10 @@
 #include "ui/web/record_writer.h"
 
+#include <algorithm>
 #include <array>
+
+#include "ui/highlight.h"
+#include "ui/reading_tips.h"
 
 namespace estructura {
 
@@ -60,6 +64,16 @@ std::string_view kind_name(kind is) {
   constexpr std::array<std::string_view, 9> names = {"button", "check", "option",  "text", "label",
                                                      "list",   "combo", "picture", "frame"};
   return names[static_cast<std::size_t>(is)];
+}
+
+/// How many UTF-16 units a text takes: one for each character, two beyond the first 65,536.
+int units_of(std::string_view utf8) {
+  int units = 0;
+  for (const char c : utf8) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte & 0xC0U) != 0x80U) units += byte >= 0xF0 ? 2 : 1;
+  }
+  return units;
 }
 
 }  // namespace
@@ -163,6 +177,38 @@ std::string record_writer::changes() {
   write_map(out);
   out += '}';
   return out;
+}
+
+void record_writer::learn_names() {
+  const control& source = window_.look(id::source);
+  if (names_changes_ == source.changes()) return;
+  names_changes_ = source.changes();
+  names_ = {};
+  std::string_view rest = source.text();
+  while (!rest.empty()) {
+    const std::string_view line = rest.substr(0, rest.find("\r\n"));
+    if (const auto made = definition_in(line)) names_.add(*made);
+    rest.remove_prefix(std::min(rest.size(), line.size() + 2));
+  }
+}
+
+std::string record_writer::highlighted(std::string_view line) {
+  learn_names();
+  const auto place = [&](std::size_t from, std::size_t to) {
+    const int start = units_of(line.substr(0, from));
+    return '[' + std::to_string(start) + ',' + std::to_string(units_of(line.substr(0, to)) - start) + ',';
+  };
+  std::string out = "{\"parts\":";
+  write_list(out, highlight(line), [&](const source_piece& piece) {
+    out += place(piece.start, piece.start + piece.length) + std::to_string(static_cast<int>(piece.is)) + ']';
+  });
+  write_key(out, "odd");
+  write_list(out, odd_readings(line, names_), [&](const odd_reading& reading) {
+    out += place(reading.where.from, reading.where.to);
+    write_text(out, tip_of(reading));
+    out += ']';
+  });
+  return out + '}';
 }
 
 }  // namespace estructura

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "asm/odd_readings.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -27,6 +28,9 @@ class record_writer {
   /// The page shows this text by itself.
   void typed(std::size_t place, std::string_view text) { seen_[place].text = text; }
 
+  /// How a line of the source is shown: its parts, and what is read as something else than it looks.
+  [[nodiscard]] std::string highlighted(std::string_view line);
+
   [[nodiscard]] std::size_t place_of(id which, int index) const;
 
  private:
@@ -38,12 +42,15 @@ class record_writer {
   };
   void write_control(std::string& out, const control& record, copy& before, std::size_t place);
   void write_map(std::string& out);
+  void learn_names();
 
   Estructura& window_;
   std::vector<copy> seen_;
   std::vector<std::size_t> first_;  ///< place of each control's first member
   std::string map_rows_;
   int map_scale_ = 0;
+  name_table names_;            ///< that the source defines
+  unsigned names_changes_ = 0;  ///< changes of the source when they were learnt
 };
 
 }  // namespace estructura

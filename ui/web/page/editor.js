@@ -13,7 +13,6 @@ import { History } from './history.js';
 const parts = ['label', 'mnemonic', 'directive', 'number', 'comment'];
 /** Longer than this is no line of a program, and not worth the time to draw it in colours. */
 const longest_line = 2000;
-const most_remembered = 5000;
 
 export class Editor extends TextBox {
   #numbers;
@@ -24,7 +23,8 @@ export class Editor extends TextBox {
   #told = '';
   #lines = [''];
   #linesOf = '';
-  #colours = new Map();
+  #read = new Map();
+  #paper = null;
   #drawing = 0;
 
   constructor(control, door) {
@@ -40,6 +40,7 @@ export class Editor extends TextBox {
     this.#listenToUndoing();
     const draw = () => this.drawSoon();
     for (const event of ['scroll', 'input', 'select', 'keyup', 'click', 'focus']) field.addEventListener(event, draw);
+    field.addEventListener('mousemove', (event) => this.#showTip(event));
     new ResizeObserver(draw).observe(field);
   }
 
@@ -126,6 +127,8 @@ export class Editor extends TextBox {
     this.#drawing = 0;
     const { field } = this;
     if (field.value !== this.#linesOf) {
+      // A name that is defined or no more changes how other lines are read.
+      this.#read.clear();
       this.#linesOf = field.value;
       this.#lines = field.value.split('\n');
     }
@@ -165,27 +168,55 @@ export class Editor extends TextBox {
 
   #coloured(text) {
     if (text.length > longest_line || text === '') return [text || '\u200b'];
-    const pieces = [];
-    let from = 0;
-    for (const [start, length, part] of this.#partsOf(text)) {
-      pieces.push(text.slice(from, start));
+    const { parts: cut, odd } = this.#readingOf(text);
+    // Where a colour begins or ends, or the line below what is read as something else than it looks.
+    const edges = [...new Set([0, text.length, ...[...cut, ...odd].flatMap(([start, length]) => [start, start + length])])]
+      .sort((one, other) => one - other);
+    return edges.slice(1).map((to, at) => {
+      const from = edges[at];
+      const within = ([start, length]) => start <= from && to <= start + length;
+      const part = cut.find(within);
       const piece = document.createElement('span');
-      piece.className = parts[part];
-      piece.textContent = text.slice(start, start + length);
-      pieces.push(piece);
-      from = start + length;
-    }
-    return [...pieces, text.slice(from)];
+      if (part) piece.className = parts[part[2]];
+      if (odd.some(within)) piece.classList.add('odd');
+      piece.textContent = text.slice(from, to);
+      return piece;
+    });
   }
 
-  /** Which part of a line is what, as the assembler cuts it. */
-  #partsOf(text) {
-    let known = this.#colours.get(text);
+  /** How a line is read, as the assembler cuts it. */
+  #readingOf(text) {
+    let known = this.#read.get(text);
     if (!known) {
-      if (this.#colours.size > most_remembered) this.#colours.clear();
       known = JSON.parse(this.door.askWithText('highlight', text));
-      this.#colours.set(text, known);
+      this.#read.set(text, known);
     }
     return known;
   }
+
+  /** What the operand below the mouse is read as. */
+  #showTip(event) {
+    const { field } = this;
+    const style = getComputedStyle(field);
+    const box = field.getBoundingClientRect();
+    const line = Math.floor((event.clientY - box.top + field.scrollTop) / parseFloat(style.lineHeight));
+    const text = this.#lines[line] ?? '';
+    const paper = (this.#paper ??= document.createElement('canvas').getContext('2d'));
+    paper.font = style.font;
+    const column = (event.clientX - box.left + field.scrollLeft - parseFloat(style.paddingLeft)) / paper.measureText('0').width;
+    const unit = unitOfColumn(text, column);
+    const odd = text.length > longest_line ? undefined
+      : this.#readingOf(text).odd.find(([start, length]) => start <= unit && unit < start + length);
+    field.title = odd?.[2] ?? '';
+  }
+}
+
+/** The letter that stands at a column, tabs being as wide as eight stops have it. */
+function unitOfColumn(text, wanted) {
+  let column = 0;
+  for (let at = 0; at < text.length; ++at) {
+    column += text[at] === '\t' ? 8 - column % 8 : 1;
+    if (column > wanted) return at;
+  }
+  return text.length;
 }
