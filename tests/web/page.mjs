@@ -71,6 +71,16 @@ const tests = {
     assert.ok(await page.$(`${control('RE')} > .news:nth-child(2)`), 'what was entered is marked as changed');
   },
 
+  async what_a_step_changed_is_told_and_lines_say_what_they_are(page) {
+    await load(page, 'tabla.hex');
+    assert.equal(await page.$eval('#news', (news) => news.getAttribute('aria-live')), 'polite');
+    await step(page, 1);
+    const told = await page.$eval('#news', (news) => news.textContent);
+    assert.match(told, /^PC 00B, sigue MOVLW 00\.$/);
+    assert.equal(await page.$eval(`${control('MD(1)')} > :nth-child(3)`, (row) => row.getAttribute('aria-label')),
+      'dirección 12, banco 1, valor 00');
+  },
+
   async keys_do_not_change_the_device_behind_a_closed_list(page) {
     await page.focus(control('PIC'));
     await page.keyboard.press('KeyC');

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "ui/accessible_names.h"
 #include "ui/highlight.h"
 #include "ui/reading_tips.h"
 
@@ -136,10 +138,31 @@ void record_writer::write_control(std::string& out, const control& record, copy&
       before.row_changes = record.row_changes();
       write_key(out, "rows");
       write_list(out, record.rows(), [&](const std::string& row) { write_text(out, row); });
+      if (record.is() == kind::list) write_spoken_rows(out, record);
       break;
     default: break;
   }
+  write_spoken(out, record, all);
   out += '}';
+}
+
+void record_writer::write_spoken(std::string& out, const control& record, bool all) {
+  if (!all && !accessible_texts_vary(record.which())) return;
+  const bool is16c5x = window_.chip().devmodel.is16c5x;
+  write(out, "name", accessible_name(record, is16c5x));
+  std::string description = accessible_description(record, is16c5x);
+  if (record.which() == id::mapa) description = accessible_map(window_.look_map()) + ' ' + description;
+  write(out, "description", description);
+}
+
+void record_writer::write_spoken_rows(std::string& out, const control& record) {
+  write_key(out, "spoken");
+  out += '[';
+  for (int row = 0; row < record.count(); ++row) {
+    if (row > 0) out += ',';
+    write_text(out, accessible_row(window_, record.which(), record.index(), row));
+  }
+  out += ']';
 }
 
 void record_writer::write_map(std::string& out) {
@@ -157,6 +180,9 @@ void record_writer::write_map(std::string& out) {
 
 std::string record_writer::changes() {
   const std::vector<control>& controls = window_.look_all();
+  // The names say which ports there are.
+  if (std::exchange(is16c5x_, window_.chip().devmodel.is16c5x) != window_.chip().devmodel.is16c5x)
+    for (copy& before : seen_) before.fresh = false;
   std::string out = "{\"controls\":[";
   bool first = true;
   for (std::size_t place = 0; place < controls.size(); ++place) {
@@ -175,6 +201,7 @@ std::string record_writer::changes() {
   write_flag(out, "unsaved", window_.hex().modified || window_.source().modified);
   write_flag(out, "ended", window_.ended());
   write_map(out);
+  write(out, "said", ear_.news(window_));
   out += '}';
   return out;
 }

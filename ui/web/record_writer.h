@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "asm/odd_readings.h"
+#include "ui/announcement.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -41,6 +42,9 @@ class record_writer {
     std::string text;
   };
   void write_control(std::string& out, const control& record, copy& before, std::size_t place);
+  /// What a screen reader says of it, where that has changed.
+  void write_spoken(std::string& out, const control& record, bool all);
+  void write_spoken_rows(std::string& out, const control& record);
   void write_map(std::string& out);
   void learn_names();
 
@@ -49,6 +53,8 @@ class record_writer {
   std::vector<std::size_t> first_;  ///< place of each control's first member
   std::string map_rows_;
   int map_scale_ = 0;
+  announcer ear_;
+  bool is16c5x_ = false;        ///< the names say GPIO or the ports
   name_table names_;            ///< that the source defines
   unsigned names_changes_ = 0;  ///< changes of the source when they were learnt
 };

@@ -48,8 +48,15 @@ function content({ kind, view, record }) {
 function mark(view, places) {
   const { control } = view;
   if (control.kind === 'list') {
-    for (const row of control.root.querySelectorAll('.news')) row.classList.remove('news');
-    for (const at of places) control.view.rowElement(at)?.classList.add('news');
+    for (const row of control.root.querySelectorAll('.news')) {
+      row.classList.remove('news');
+      row.removeAttribute('aria-description');
+    }
+    for (const at of places) {
+      const row = control.view.rowElement(at);
+      row?.classList.add('news');
+      row?.setAttribute('aria-description', 'ha cambiado');
+    }
     return;
   }
   if (places.length === 0) {

@@ -45,6 +45,7 @@ export class List {
 
   show(record) {
     if (record.rows) this.#putRows(record.rows);
+    if (record.rows && record.spoken) this.#say(record.spoken);
     this.root.classList.toggle('face', record.face);
     const chosen = new Set(record.selected);
     for (const row of this.#selected) if (!chosen.has(row)) this.#mark(row, false);
@@ -63,16 +64,6 @@ export class List {
     if (before === this.#rows[row]) return;
     before?.classList.remove('next');
     this.#rows[row]?.classList.add('next');
-  }
-
-  /** What is read aloud of each line, where it is more than what is shown. */
-  say(texts) {
-    texts.forEach((text, at) => {
-      const row = this.#rows[at];
-      if (!row || (row.getAttribute('aria-label') ?? '') === text) return;
-      if (text) row.setAttribute('aria-label', text);
-      else row.removeAttribute('aria-label');
-    });
   }
 
   get texts() { return this.#texts; }
@@ -99,6 +90,16 @@ export class List {
     });
     this.#texts = texts;
     if (this.#several && this.#rowHeight === 0) this.#measure();
+  }
+
+  /** What is read aloud of each line, where it is more than what is shown. */
+  #say(texts) {
+    texts.forEach((text, at) => {
+      const row = this.#rows[at];
+      if (!row || (row.getAttribute('aria-label') ?? '') === text) return;
+      if (text) row.setAttribute('aria-label', text);
+      else row.removeAttribute('aria-label');
+    });
   }
 
   #newRow(at) {

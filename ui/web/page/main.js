@@ -39,7 +39,6 @@ function moveFocus(place) {
 }
 
 door.onChanges = (changes) => {
-  const before = state;
   state = changes;
   for (const box of texts) box.running = changes.running;
   // An element that is disabled or hidden with the focus on it passes it on as it likes: the focus moves first.
@@ -54,10 +53,17 @@ door.onChanges = (changes) => {
   map.showMap(changes);
   list.showNext(changes.pc);
   marks.look(changes.running);
-  if (changes.said && changes.said !== before.said) news.textContent = changes.said;
+  if (changes.said) tellNews(changes.said);
   document.body.classList.toggle('running', changes.running);
   if (changes.ended) document.body.classList.add('ended');
 };
+
+/** Told by screen readers; the same sentence again is told again. */
+function tellNews(sentence) {
+  const told = document.createElement('p');
+  told.textContent = sentence;
+  news.replaceChildren(told);
+}
 
 // --- What the person does ---
 
