@@ -40,7 +40,7 @@ window.look = (() => {
   function rowsOf(element) {
     if (element.matches('select')) return [...element.options].map((option) => option.text);
     if (!element.matches('[role=listbox]')) return [];
-    return [...element.children].map((row) => [...row.children].map((cell) => cell.textContent).join('\t'));
+    return [...element.children].map((row) => [...row.querySelectorAll(':scope > span')].map((cell) => cell.textContent).join('\t'));
   }
 
   function currentRow(element) {

@@ -32,7 +32,7 @@ const tests = {
     assert.equal(await text(page, 'ciclos'), '4');
     await page.keyboard.press('F9');
     await still(page);
-    assert.match(await page.$eval(`${control('MP')} .next`, (row) => row.textContent), /^\*/);
+    assert.match(await page.$eval(`${control('MP')} .next`, (row) => row.textContent), /^\*.*punto de parada/);
     await page.keyboard.press('F9');
     await page.keyboard.press('F5');
     await page.waitForFunction(() => document.querySelector('[data-name=ejecutar]').textContent === 'Parar');
@@ -67,7 +67,7 @@ const tests = {
     await page.keyboard.type('1F');
     await page.keyboard.press('Enter');
     await still(page);
-    assert.equal(await page.$eval(`${control('RE')} > :nth-child(2)`, (row) => row.textContent), ' 1F');
+    assert.equal(await page.$eval(`${control('RE')} > :nth-child(2) span`, (value) => value.textContent), ' 1F');
     assert.ok(await page.$(`${control('RE')} > .news:nth-child(2)`), 'what was entered is marked as changed');
   },
 
@@ -77,7 +77,7 @@ const tests = {
     await step(page, 1);
     const told = await page.$eval('#news', (news) => news.textContent);
     assert.match(told, /^PC 00B, sigue MOVLW 00\.$/);
-    assert.equal(await page.$eval(`${control('MD(1)')} > :nth-child(3)`, (row) => row.getAttribute('aria-label')),
+    assert.equal(await page.$eval(`${control('MD(1)')} > :nth-child(3) .unseen`, (row) => row.textContent),
       'dirección 12, banco 1, valor 00');
   },
 
@@ -150,7 +150,8 @@ const tests = {
     await (await chooser).accept([path]);
     await page.waitForFunction(() => document.querySelector('[data-name=FILHEX]').textContent === 'uno.hex');
     await still(page);
-    assert.equal(await page.$eval(`${control('MP')} > :nth-child(512)`, (row) => row.textContent), ' 1FFA00GOTO 000');
+    assert.equal(await page.$eval(`${control('MP')} > :nth-child(512) .unseen`, (row) => row.textContent),
+      'dirección 1FF, código A00, GOTO 000');
   },
 
   async a_file_is_dropped_on_the_page(page) {

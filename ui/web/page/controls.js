@@ -158,8 +158,7 @@ class Control {
     const { field } = this;
     const spoken = name || plain(text) || this.name;
     // Where the name is what is shown, the element says it by itself.
-    const says = this.kind !== 'text' && this.kind !== 'list' && this.kind !== 'picture' && this.kind !== 'frame' &&
-      this.kind !== 'combo' && spoken === plain(text);
+    const says = ['button', 'check', 'option'].includes(this.kind) && spoken === plain(text);
     if (says || this.isTitle) field.removeAttribute('aria-label');
     else if (field.getAttribute('aria-label') !== spoken) field.setAttribute('aria-label', spoken);
     if (this.isTitle || !description) return;

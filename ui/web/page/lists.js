@@ -92,13 +92,17 @@ export class List {
     if (this.#several && this.#rowHeight === 0) this.#measure();
   }
 
-  /** What is read aloud of each line, where it is more than what is shown. */
+  /** What is read aloud of each line, in place of what is shown, where it is more than that. */
   #say(texts) {
     texts.forEach((text, at) => {
       const row = this.#rows[at];
-      if (!row || (row.getAttribute('aria-label') ?? '') === text) return;
-      if (text) row.setAttribute('aria-label', text);
-      else row.removeAttribute('aria-label');
+      if (!row || text === '' || row.querySelector('.unseen')?.textContent === text) return;
+      row.querySelector('.unseen')?.remove();
+      for (const cell of row.children) cell.setAttribute('aria-hidden', 'true');
+      const spoken = document.createElement('i');
+      spoken.className = 'unseen';
+      spoken.textContent = text;
+      row.append(spoken);
     });
   }
 
