@@ -47,6 +47,8 @@ export class List {
     if (record.rows) this.#putRows(record.rows);
     if (record.rows && record.spoken) this.#say(record.spoken);
     this.root.classList.toggle('face', record.face);
+    // It may have been scrolled, and not yet told.
+    if (this.#several && !record.running) this.#top = this.root.scrollTop;
     const chosen = new Set(record.selected);
     for (const row of this.#selected) if (!chosen.has(row)) this.#mark(row, false);
     for (const row of chosen) if (!this.#selected.has(row)) this.#mark(row, true);

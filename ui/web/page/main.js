@@ -40,7 +40,7 @@ function moveFocus(place) {
 
 door.onChanges = (changes) => {
   state = changes;
-  for (const box of texts) box.running = changes.running;
+  for (const control of controls) control.running = changes.running;
   // An element that is disabled or hidden with the focus on it passes it on as it likes: the focus moves first.
   const focused = controls.of(document.activeElement);
   const late = changes.controls.filter(({ at }) => controls[at] === focused);
