@@ -18,7 +18,8 @@ class line_painter {
 
   std::vector<source_piece> pieces() {
     if (parts_.colon)
-      put({parts_.label.empty() ? parts_.colon_at : parts_.label.from, parts_.colon_at + 1}, source_part::label);
+      put({parts_.label.empty() ? parts_.colon_at : parts_.label.from, parts_.colon_at + 1},
+          source_part::label);
     else
       put(parts_.label, source_part::label);
     const std::string word = upper(parts_.mnemonic);
