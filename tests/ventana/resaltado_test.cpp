@@ -87,11 +87,13 @@ TEST(resaltado, a_line_longer_than_any_statement_has_no_parts) {
   EXPECT_TRUE(analiza(word.repeated(200'000)).empty());
 }
 
-// Of such a line nothing is read: here there is nothing that could be.
+// Of such a line nothing is read behind the longest statement: here there is nothing that could be.
 TEST(resaltado, a_line_longer_than_any_statement_costs_nothing) {
   constexpr std::size_t bytes = 1'000'000;
   void* const closed = ::mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   ASSERT_NE(closed, MAP_FAILED);
+  constexpr std::size_t longest_statement = 2001 * sizeof(char16_t);
+  ASSERT_EQ(::mprotect(closed, longest_statement, PROT_READ), 0);
   const QStringView line(static_cast<const char16_t*>(closed), bytes / sizeof(char16_t));
   EXPECT_EXIT(::_exit(analiza(line).empty() ? 0 : 1), testing::ExitedWithCode(0), "");
   ::munmap(closed, bytes);

@@ -19,9 +19,9 @@ constexpr qsizetype longest_code = 2000;
 class utf8_line {
  public:
   explicit utf8_line(QStringView line) {
-    const qsizetype semicolon = line.indexOf(QLatin1Char(';'));
-    const qsizetype code = semicolon < 0 ? line.size() : semicolon;
-    if (code > longest_code) return;
+    // A comment that begins any later makes no difference.
+    const bool has_comment = line.left(longest_code + 1).contains(QLatin1Char(';'));
+    if (line.size() > longest_code && !has_comment) return;
     text_ = line.toUtf8();
     ascii_ = text_.size() == line.size();
   }

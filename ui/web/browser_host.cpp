@@ -16,6 +16,9 @@ constexpr double turn_ms = 6;
 /// Steps between two looks at the clock: some 40 microseconds.
 constexpr int steps_between_looks = 4096;
 
+/// How long a run stands still behind a box of the watchdog, for the person to stop it.
+constexpr double rest_ms = 1000;
+
 enum turn_reason { turn_for_events = 0, turn_of_a_sleeping_chip = 1, turn_paused = 2 };
 
 std::string taken(char* text) {
@@ -72,6 +75,14 @@ int browser_host::cede() {
   }
   // What was done meanwhile may have set another pause, or started a run that counts for itself.
   return granted_ = pause_at_ >= 0 ? 1 : steps_between_looks;
+}
+
+void browser_host::rest() {
+  if (scripted_) return;
+  const double end = emscripten_get_now() + rest_ms;
+  while (emscripten_get_now() < end && window_->chip().running && !window_->ended())
+    page_turn(turn_of_a_sleeping_chip);
+  attended_ms_ = emscripten_get_now();
 }
 
 void browser_host::termina() {

@@ -32,6 +32,7 @@ class browser_host final : public anfitrion {
   void pon_portapapeles(std::string_view text) override;
   void pita() override;
   int cede() override;
+  void rest() override;
   void termina() override;
 
   /// An action of the person begins: a run that it starts yields after its first step.
@@ -40,7 +41,11 @@ class browser_host final : public anfitrion {
   // --- For tests: a run that pauses after a counted yield ---
 
   /// The run pauses right after so many more yields; -1: never. While this is set each yield is counted.
-  void pause_after(std::int32_t yields) { pause_at_ = yields < 0 ? -1 : yields_ + yields; }
+  /// From then on the run does not rest either.
+  void pause_after(std::int32_t yields) {
+    pause_at_ = yields < 0 ? -1 : yields_ + yields;
+    scripted_ = true;
+  }
   [[nodiscard]] std::int64_t yields() const { return yields_; }
 
  private:
@@ -48,6 +53,7 @@ class browser_host final : public anfitrion {
   double attended_ms_ = 0;  ///< when the browser last had the thread
   std::int64_t yields_ = 0;
   std::int64_t pause_at_ = -1;
+  bool scripted_ = false;
   int granted_ = 1;  ///< steps that the run may take before it asks again
 };
 
