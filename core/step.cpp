@@ -2,6 +2,7 @@
 
 #include "common/checked.h"
 #include "core/each_cycle.h"
+#include "core/pins.h"
 #include "core/resets.h"
 #include "core/timer.h"
 
@@ -12,15 +13,6 @@ namespace {
 std::int32_t within32(std::int64_t value) {
   if (value == inputs::too_large) throw_fallo("32-bit overflow");
   return static_cast<std::int32_t>(value);
-}
-
-// Pins of one port whose box is an output that does not show its latch yet: box and pin follow. The bits
-// changed.
-int follow_latch(std::uint8_t& box, std::int16_t& pins, int tris, int latch, int width_mask) {
-  const int changed = ~tris & (box ^ latch) & width_mask;
-  box = static_cast<std::uint8_t>(box ^ changed);
-  pins = static_cast<std::int16_t>((pins & ~changed) | (latch & changed));
-  return changed;
 }
 
 void wake_on_pin_change(chipstate& chip, inputs& in, trail& seen) {

@@ -37,6 +37,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "core/pins.h"
 #include "core/processor.h"
 #include "core/step.h"
 #include "core/timer.h"
@@ -51,13 +52,6 @@ namespace {
   const std::int64_t cycles = chip.cycles + count;
   chip.cycles = static_cast<std::int32_t>(cycles >= cycles_modulus ? cycles - cycles_modulus : cycles);
   chip.wdtcount = static_cast<std::int32_t>(std::min(chip.wdtcount + count, greatest));
-}
-
-// An output pin and its box follow the latch.
-void follow_latch(std::uint8_t& box, std::int16_t& pins, int tris, int latch, int width) {
-  const int changed = ~tris & (box ^ latch) & width;
-  box = static_cast<std::uint8_t>(box ^ changed);
-  pins = static_cast<std::int16_t>((pins & ~changed) | (latch & changed));
 }
 
 // Of port 5..7.
