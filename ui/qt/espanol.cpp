@@ -143,6 +143,12 @@ constexpr frase frases[] = {
     {"QShortcut", "Redo", "Rehacer"},
 
     // The file dialog.
+    // What the system says of a file that has gone meanwhile.
+    {"QIODevice", "No such file or directory", "No existe el fichero o la carpeta"},
+    {"QIODevice", "Permission denied", "Permiso denegado"},
+    {"QIODevice", "Too many open files", "Demasiados ficheros abiertos"},
+    {"QIODevice", "No space left on device", "No queda sitio en el dispositivo"},
+    {"QIODevice", "Unknown error", "Error desconocido"},
     {"QFileDialog", "Look in:", "Buscar en:"},
     {"QFileDialog", "Back", "Atrás"},
     {"QFileDialog", "Go back", "Ir atrás"},

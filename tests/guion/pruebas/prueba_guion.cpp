@@ -107,7 +107,7 @@ TEST_P(Guion, a_waiting_statement_acts_in_the_window_between_two_steps) {
 TEST_P(Guion, the_usage_is_told_when_there_is_nothing_to_run) {
   const dicho said = runner.run({});
   EXPECT_EQ(said.status, 2);
-  EXPECT_THAT(said.err, HasSubstr("guion [--ventana] FILE..."));
+  EXPECT_THAT(said.err, HasSubstr("guion [--ventana | --navegador] FILE..."));
 }
 
 #ifndef GUION_VENTANA
