@@ -43,6 +43,15 @@ const tests = {
     assert.equal(await text(page, 'ciclos'), '0');
   },
 
+  async the_line_of_the_next_instruction_is_in_sight_from_the_start(page) {
+    const seen = await page.evaluate(() => {
+      const list = document.querySelector('[data-name=MP]').getBoundingClientRect();
+      const row = document.querySelector('[data-name=MP] .next').getBoundingClientRect();
+      return row.top >= list.top && row.bottom <= list.bottom + 1;
+    });
+    assert.ok(seen);
+  },
+
   async alt_and_the_underlined_letter_press_a_button(page) {
     await page.focus(source);
     await chord(page, 'Alt', 'Digit1');

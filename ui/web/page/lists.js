@@ -132,9 +132,14 @@ export class List {
   }
 
   #measure() {
+    const bottom = this.#top + this.#height;
+    const wasSeen = this.#several && this.#current >= 0 && (this.#current + 1) * this.#rowHeight <= bottom;
     this.#height = this.root.clientHeight;
-    this.#rowHeight = this.#rows[0]?.offsetHeight ?? 0;
+    // Rows are not whole pixels high, and there are two thousand of them.
+    this.#rowHeight = this.#rows[0]?.getBoundingClientRect().height ?? 0;
     if (this.#unseen >= 0) this.#bringIntoSight(this.#unseen, false);
+    // A list that has become lower keeps the chosen line in sight.
+    else if (wasSeen && this.#current * this.#rowHeight >= this.#top) this.#bringIntoSight(this.#current, true);
   }
 
   /** A line that the program chooses out of sight comes to the middle, with what stands around it. */
