@@ -193,11 +193,11 @@ class stretch final : public processor<stretch> {
     seen.refreshed = true;
   }
 
-  // --- left to a single step ---
+  // --- steps that take no time, and those left to a single step ---
 
-  /// A step that takes no time.
   [[gnu::always_inline]] void blank() { --second_; }
   [[gnu::always_inline]] void stop() { stop_before(); }
+  // Decoded as `op::stop`, these two are never met.
   void option() {}
   void sleep() {}
 
