@@ -6,9 +6,9 @@
 #include <optional>
 #include <span>
 
-#include "common/numero.h"
-#include "common/texto.h"
-#include "core/instrucciones.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

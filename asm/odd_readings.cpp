@@ -1,10 +1,10 @@
 #include "asm/odd_readings.h"
 
+#include "asm/assembler.h"
 #include "asm/encodeins.h"
-#include "asm/ensamblador.h"
-#include "common/numero.h"
-#include "common/texto.h"
-#include "core/instrucciones.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

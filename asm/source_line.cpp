@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "common/texto.h"
-#include "core/instrucciones.h"
+#include "common/text.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

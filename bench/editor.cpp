@@ -47,12 +47,12 @@ std::string one_line(std::size_t length) {
   return text;
 }
 
-class host_with_file : public anfitrion_qt {
+class host_with_file : public qt_host {
  public:
-  answer mensaje(box kind, std::string_view) override {
+  answer show_box(box kind, std::string_view) override {
     return kind == box::ok || kind == box::ok_right ? answer::ok : answer::no;
   }
-  std::string elige_fichero(bool, std::string_view, std::string_view, std::string_view) override {
+  std::string choose_file(bool, std::string_view, std::string_view, std::string_view) override {
     return path;
   }
   std::string path;

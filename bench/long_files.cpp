@@ -10,8 +10,8 @@
 #include <system_error>
 
 #include "bench/processor_time.h"
-#include "common/fichero.h"
-#include "core/dispositivos.h"
+#include "common/file.h"
+#include "core/devices.h"
 #include "files/hex.h"
 
 namespace {
@@ -53,11 +53,11 @@ void load_long(benchmark::State& state, std::string_view start, std::string_view
   const long_file whole("estructura-bench.hex", start, piece, longest_hex_file);
   for (auto _ : state) load(whole);
   std::string bytes;
-  if (!lee_fichero(whole.path(), bytes, longest_hex_file)) state.SkipWithError("the file cannot be read");
+  if (!read_file(whole.path(), bytes, longest_hex_file)) state.SkipWithError("the file cannot be read");
   const double seconds = seconds_of([&] { load(whole); });
   state.counters["growth"] = seconds / seconds_of([&] { load(half); });
   state.counters["times_reading"] =
-      seconds / seconds_of([&] { (void)lee_fichero(whole.path(), bytes, longest_hex_file); });
+      seconds / seconds_of([&] { (void)read_file(whole.path(), bytes, longest_hex_file); });
 }
 
 BENCHMARK_CAPTURE(load_long, records, "", ":020000000A0CE8\r\n")->Unit(benchmark::kMillisecond);

@@ -17,13 +17,13 @@ const pageFile = process.argv[2] ?? join(top, 'build/release/navegador/estructur
 const native = process.argv[3] ?? join(top, 'build/release/bench/bench_run_headless');
 const rounds = 5;
 
-// The program `mixed` of bench/programas.cpp, as source.
+// The program `mixed` of bench/programs.cpp, as source.
 const source = sourceOfMixed();
 
 function sourceOfMixed() {
-  const text = readFileSync(join(top, 'bench/programas.cpp'), 'utf8');
+  const text = readFileSync(join(top, 'bench/programs.cpp'), 'utf8');
   const body = /mixed_lines = {([^}]*)}/.exec(text)?.[1];
-  if (!body) throw new Error('bench/programas.cpp has no program called mixed');
+  if (!body) throw new Error('bench/programs.cpp has no program called mixed');
   const lines = [...body.matchAll(/"([^"]+)"/g)].map(([, line]) => `        ${line}`);
   return ['        ORG 7FF', '        GOTO 0', '        ORG 0', ...lines, '        END', ''].join('\n');
 }

@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 #include <string>
 
-#include "bench/programas.h"
+#include "bench/programs.h"
 
 namespace {
 
@@ -12,10 +12,10 @@ using namespace estructura;
 constexpr int steps_per_run = 4'000'000;
 
 // Does nothing but count the turns of the loop and press the stop button after the last.
-class counting_host : public anfitrion {
+class counting_host : public window_host {
  public:
   Estructura* window = nullptr;
-  int cede() override {
+  int yield() override {
     if (first_) {
       first_ = false;
       return steps_per_run - 1;

@@ -7,18 +7,18 @@
 #include <string_view>
 #include <utility>
 
-#include "bench/programas.h"
+#include "bench/programs.h"
 
 namespace {
 
 using namespace estructura;
 
 // Lets the run go on for as long as it likes, and presses the stop button at its end.
-class stopping_host final : public anfitrion {
+class stopping_host final : public window_host {
  public:
   // The first step of a run is always followed by a turn.
   explicit stopping_host(int steps) : left_(steps - 1) {}
-  int cede() override {
+  int yield() override {
     if (left_ > 0) return std::exchange(left_, 0);
     window->click(id::ejecutar);
     return 1;

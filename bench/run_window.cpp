@@ -16,8 +16,8 @@
 #include <QApplication>
 #include <QEvent>
 
-#include "bench/fuentes.h"
-#include "bench/programas.h"
+#include "bench/programs.h"
+#include "bench/sources.h"
 #include "ui/qt/anfitrion_qt.h"
 #include "ui/qt/aplicacion.h"
 #include "ui/qt/ventana.h"
@@ -31,10 +31,10 @@ using namespace std::chrono_literals;
 constexpr auto run_time = 1s;
 
 // Counts what it lets pass, and stops the run when its time is over.
-class counting_host : public anfitrion_qt {
+class counting_host : public qt_host {
  public:
-  int cede() override {
-    const int turns = anfitrion_qt::cede();
+  int yield() override {
+    const int turns = qt_host::yield();
     if (clock_type::now() >= end) {
       window->click(id::ejecutar);
       return 1;
@@ -144,7 +144,7 @@ void step_click(benchmark::State& state, const bench_program& program) {
 }
 
 // The click that assembles, until program list, map and listing are painted.
-void click_ensamblar(benchmark::State& state) {
+void press_assemble(benchmark::State& state) {
   open_window open(bench_programs().front());
   open.window.type(id::source, labelled_source());
   open.window.click(id::sl, 1);
@@ -175,7 +175,7 @@ int main(int argc, char** argv) {
       ->Iterations(1)
       ->UseRealTime();
   benchmark::RegisterBenchmark("BM_step_click", step_click, mixed)->Unit(benchmark::kMillisecond);
-  benchmark::RegisterBenchmark("BM_click_ensamblar", click_ensamblar)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("BM_click_ensamblar", press_assemble)->Unit(benchmark::kMillisecond);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -31,7 +31,7 @@ endif()
 function(estructura_room name)
   cmake_parse_arguments(ROOM "" "" "SOURCES;BELOW" ${ARGN})
   add_library(estructura_${name} STATIC ${ROOM_SOURCES})
-  # Headers are found by their path from the top; that nobody looks up is checked by tests/salas.cmake.
+  # Headers are found by their path from the top; that nobody looks up is checked by tests/rooms.cmake.
   target_include_directories(estructura_${name} PUBLIC ${CMAKE_SOURCE_DIR})
   foreach(below IN LISTS ROOM_BELOW)
     target_link_libraries(estructura_${name} PUBLIC estructura_${below})

@@ -1,15 +1,15 @@
-// An array of fixed size whose index is always checked: an index outside it is a `fallo`.
+// An array of fixed size whose index is always checked: an index outside it is a `machine_fault`.
 //
 //   bounded_array<std::int16_t, 16> regs{};
 //   regs[3] = 24;        // fine
-//   regs[16] = 0;        // throws fallo
+//   regs[16] = 0;        // throws machine_fault
 //
 // Left out on purpose: everything a std::array has beyond indexing, walking and comparing.
 #pragma once
 
 #include <cstddef>
 
-#include "common/fallo.h"
+#include "common/fault.h"
 
 namespace estructura {
 
@@ -17,7 +17,7 @@ template <class T, std::size_t N>
 struct bounded_array {
   T cells[N];
 
-  /// The cell of an index 0..N-1; any other index, negative ones included, throws `fallo`.
+  /// The cell of an index 0..N-1; any other index, negative ones included, throws `machine_fault`.
   constexpr T& operator[](int i) { return cells[checked(i)]; }
   constexpr const T& operator[](int i) const { return cells[checked(i)]; }
 
@@ -35,7 +35,7 @@ struct bounded_array {
   static constexpr std::size_t checked(int i) {
     const auto index = static_cast<std::size_t>(i);
     if (index >= N) [[unlikely]]
-      throw_fallo("index out of bounds");
+      throw_fault("index out of bounds");
     return index;
   }
 };

@@ -62,7 +62,7 @@ struct core_registers {
   std::int16_t trisc = 0;
 
   static constexpr int size() { return 6; }
-  /// Register 0..5 in that order; `fallo` outside.
+  /// Register 0..5 in that order; `machine_fault` outside.
   constexpr std::int16_t& operator[](int i) {
     switch (i) {
       case 0: return pc;
@@ -71,7 +71,7 @@ struct core_registers {
       case 3: return trisa;
       case 4: return trisb;
       case 5: return trisc;
-      default: throw_fallo("core register out of bounds");
+      default: throw_fault("core register out of bounds");
     }
   }
   constexpr std::int16_t operator[](int i) const { return const_cast<core_registers&>(*this)[i]; }

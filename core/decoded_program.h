@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include "core/chipstate.h"
-#include "core/instrucciones.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

@@ -29,9 +29,9 @@
 #include <cstdint>
 
 #include "core/chipstate.h"
-#include "core/datos.h"
+#include "core/data_memory.h"
 #include "core/decoded_program.h"
-#include "core/instrucciones.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

@@ -1,6 +1,6 @@
 #include "core/resets.h"
 
-#include "core/datos.h"
+#include "core/data_memory.h"
 
 namespace estructura {
 

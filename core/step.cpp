@@ -11,7 +11,7 @@ namespace estructura {
 namespace {
 
 std::int32_t within32(std::int64_t value) {
-  if (value == inputs::too_large) throw_fallo("32-bit overflow");
+  if (value == inputs::too_large) throw_fault("32-bit overflow");
   return static_cast<std::int32_t>(value);
 }
 

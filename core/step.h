@@ -10,7 +10,8 @@
 //   const stretch_end many = run_stretch(chip, in, seen, decoded, 1000);
 //
 // Nothing is shown from here and nobody is asked: the machine and its inputs go in, and what happened comes
-// out. A value that leaves its width is a `fallo`, with machine and trail as they stood at that moment.
+// out. A value that leaves its width is a `machine_fault`, with machine and trail as they stood at that
+// moment.
 #pragma once
 
 #include <cstdint>

@@ -12,7 +12,7 @@
 #include <cstdint>
 
 #include "core/chipstate.h"
-#include "core/datos.h"
+#include "core/data_memory.h"
 
 namespace estructura {
 

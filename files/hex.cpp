@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "common/checked.h"
-#include "common/fallo.h"
-#include "common/fichero.h"
-#include "common/numero.h"
-#include "common/texto.h"
+#include "common/fault.h"
+#include "common/file.h"
+#include "common/number.h"
+#include "common/text.h"
 
 namespace estructura {
 
@@ -182,7 +182,7 @@ hex_reading carga(chipstate& chip, const std::string& path) {
   hex_reading met;
   std::string bytes;
   bool whole = false;
-  if (!lee_principio(localiza(path), bytes, longest_hex_file, whole)) {
+  if (!read_start(find_file(path), bytes, longest_hex_file, whole)) {
     met.failed = true;
     return met;
   }
@@ -192,8 +192,8 @@ hex_reading carga(chipstate& chip, const std::string& path) {
   }
   // The last line of a part may be half a line.
   if (!whole) bytes.resize(bytes.find_last_of("\r\n") + 1);
-  codificacion encoding{};
-  const std::string text = decodifica(bytes, encoding);
+  text_encoding encoding{};
+  const std::string text = decode_text(bytes, encoding);
   // A file without a single item has nothing to read its first one from.
   if (text.empty()) {
     met.failed = true;
@@ -201,13 +201,13 @@ hex_reading carga(chipstate& chip, const std::string& path) {
   }
   try {
     met.failed = !take_items(chip, text, whole, met.messages);
-  } catch (const fallo&) {
+  } catch (const machine_fault&) {
     met.failed = true;
   }
   return met;
 }
 
-bool escribe_hex(const chipstate& chip, const std::string& path, record_builder build) {
+bool write_hex(const chipstate& chip, const std::string& path, record_builder build) {
   const int last = chip.devmodel.progmask;
   std::string text;
   try {
@@ -227,15 +227,15 @@ bool escribe_hex(const chipstate& chip, const std::string& path, record_builder 
       }
       a += std::max(copied, 1);
     }
-  } catch (const fallo&) {
+  } catch (const machine_fault&) {
     return false;
   }
   text.append(end_record).append(line_end);
-  return guarda_fichero(localiza(path), text);
+  return save_file(find_file(path), text);
 }
 
 bool salva(const chipstate& chip, const std::string& path) {
-  return escribe_hex(chip, path, crealin);
+  return write_hex(chip, path, crealin);
 }
 
 }  // namespace estructura

@@ -46,18 +46,18 @@ struct hex_reading {
 };
 
 /// Builds the data record of the words up to the first unprogrammed one, without line end. `address` is that
-/// of the first word; one whose double does not fit 16 bits is a `fallo`.
+/// of the first word; one whose double does not fit 16 bits is a `machine_fault`.
 void crealin(int address, const std::array<std::uint16_t, 8>& words, std::string& line);
 
-/// Takes one line into program memory; a `hex_code`. A word past the end of program memory is a `fallo`, with
-/// the words before it stored.
+/// Takes one line into program memory; a `hex_code`. A word past the end of program memory is a
+/// `machine_fault`, with the words before it stored.
 [[nodiscard]] int extlinfic(chipstate& chip, std::string_view line);
 
 /// The bytes of a HEX file that are read: over a thousand times the longest that `salva` writes, and room for
 /// those of the biggest chips, whose reader shall be told that they are meant for another.
 inline constexpr std::size_t longest_hex_file = std::size_t{16} << 20U;
 
-/// Reads a file into program memory, in the encodings that `common/fichero.h` knows and with line ends CR LF,
+/// Reads a file into program memory, in the encodings that `common/file.h` knows and with line ends CR LF,
 /// CR CR LF, LF or CR, up to the character 1A if it has one. The name may differ from the file's in case. Of
 /// a file longer than `longest_hex_file` only the beginning is read; where neither a record nor a 1A in it
 /// ends the reading, the reading fails.
@@ -67,7 +67,7 @@ inline constexpr std::size_t longest_hex_file = std::size_t{16} << 20U;
 using record_builder = void (*)(int address, const std::array<std::uint16_t, 8>& words, std::string& line);
 
 /// As `salva`, with the records built by `build`.
-[[nodiscard]] bool escribe_hex(const chipstate& chip, const std::string& path, record_builder build);
+[[nodiscard]] bool write_hex(const chipstate& chip, const std::string& path, record_builder build);
 
 /// Writes program memory up to the device's last word; false when it could not be written, with the old file
 /// whole. A name that differs in case from a file's replaces that file; a new file gets the lower-cased name.

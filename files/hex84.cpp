@@ -69,7 +69,7 @@ void crealinhxx(int address, const std::array<std::uint16_t, 8>& words, std::str
 }
 
 bool salvahxx(const chipstate& chip, const std::string& path) {
-  return escribe_hex(chip, path, crealinhxx);
+  return write_hex(chip, path, crealinhxx);
 }
 
 }  // namespace estructura

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/texto.h"
+#include "common/text.h"
 
 namespace estructura {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <utility>
 
-#include "common/texto.h"
-#include "core/datos.h"
-#include "files/desensamblador.h"
+#include "common/text.h"
+#include "core/data_memory.h"
+#include "files/disassembler.h"
 #include "ui/accessible_names.h"
 
 namespace estructura {

@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "common/texto.h"
-#include "core/dispositivos.h"
+#include "common/text.h"
+#include "core/devices.h"
 #include "core/resets.h"
 #include "ui/estructura.h"
 

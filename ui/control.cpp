@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "common/texto.h"
+#include "common/text.h"
 
 namespace estructura {
 

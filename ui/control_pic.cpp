@@ -3,8 +3,8 @@
 #include <string>
 
 #include "common/checked.h"
-#include "common/numero.h"
-#include "core/datos.h"
+#include "common/number.h"
+#include "core/data_memory.h"
 #include "core/resets.h"
 #include "core/timer.h"
 #include "ui/estructura.h"

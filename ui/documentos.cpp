@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <string>
 
-#include "common/fichero.h"
-#include "common/texto.h"
-#include "files/fuente.h"
+#include "common/file.h"
+#include "common/text.h"
 #include "files/hex.h"
 #include "files/hex84.h"
+#include "files/source_file.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -31,7 +31,7 @@ std::string modified_question(const document& doc, std::string_view document_kin
 
 void name_after(document& doc, const std::string& chosen) {
   doc.name = to_lower(chosen);
-  doc.file = localiza(chosen);
+  doc.file = find_file(chosen);
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ std::string Estructura::choose_file(bool save, std::string_view filter, std::str
                                     std::string_view proposed) {
   // Whoever chooses a file sees the window as it stands.
   bring_up_to_date();
-  return host_.elige_fichero(save, filter, extension, proposed);
+  return host_.choose_file(save, filter, extension, proposed);
 }
 
 // The dialog of every save command, with the question before a file is replaced; empty when the person gave
@@ -78,8 +78,8 @@ std::string Estructura::choose_save_name(std::string_view filter, std::string_vi
     std::string chosen = choose_file(true, filter, extension, current.name);
     if (chosen.empty()) return {};
     // The document's name alone does not tell its file: another may differ from it only in case.
-    const std::string file = localiza(chosen);
-    if (existe(file) && !same_file(file, current.file)) {
+    const std::string file = find_file(chosen);
+    if (file_exists(file) && !same_file(file, current.file)) {
       const answer reply = ask(box::yesnocancel, chosen + " ya existe.\r¿Desea reemplazarlo?");
       if (reply == answer::cancel) return {};
       refused = reply == answer::no;
@@ -164,7 +164,7 @@ void Estructura::cargarasm_Click(int) {
   const std::string chosen = choose_file(false, asm_load_filter, asm_extension, "");
   asm_ = {};
   name_after(asm_, chosen);
-  asm_encoding_ = codificacion::utf8;
+  asm_encoding_ = text_encoding::utf8;
   if (!chosen.empty()) {
     std::string text;
     if (cargaasm(chosen, text, asm_encoding_))
@@ -192,7 +192,7 @@ void Estructura::borrarasm_Click(int) {
   at(id::source).set_document("");
   at(id::lst).set_text("");
   asm_ = {};
-  asm_encoding_ = codificacion::utf8;
+  asm_encoding_ = text_encoding::utf8;
   show_name(id::FILASM, asm_);
 }
 
@@ -219,7 +219,7 @@ void Estructura::Form_Unload() {
 void Estructura::end_program() {
   chip_.running = false;
   ended_ = true;
-  host_.termina();
+  host_.end();
 }
 
 }  // namespace estructura

@@ -2,11 +2,11 @@
 #include <string>
 #include <utility>
 
-#include "asm/ensamblador.h"
-#include "common/numero.h"
-#include "common/texto.h"
-#include "files/desensamblador.h"
-#include "files/fuente.h"
+#include "asm/assembler.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "files/disassembler.h"
+#include "files/source_file.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -14,7 +14,7 @@ namespace estructura {
 void Estructura::Ensamblar_Click(int) {
   control& source = at(id::source);
   if (!source.text().ends_with("\r\n")) source.set_typed_text(source.text() + "\r\n", source.sel_start());
-  const assembly made = ensambla(source.text(), chip_.devmodel.progmask);
+  const assembly made = assemble(source.text(), chip_.devmodel.progmask);
   if (made.error) return show_assembly_error(*made.error);
   source.set_marked_line(0);
   chip_.progmem = made.image;
@@ -39,7 +39,7 @@ void Estructura::show_assembly_error(const assembly_error& error) {
 
 void Estructura::desensamblar_Click(int) {
   if (!ask_to_save_source(source_question())) return;
-  at(id::source).set_text(desensambla(chip_));
+  at(id::source).set_text(disassemble(chip_));
   asm_.modified = true;
 }
 
@@ -93,7 +93,7 @@ void Estructura::replace_selection(std::string_view text) {
 void Estructura::Copiar_Click(int) {
   const control& source = at(id::source);
   const auto [from, count] = selection_of(source);
-  if (count > 0) host_.pon_portapapeles(std::string_view(source.text()).substr(from, count));
+  if (count > 0) host_.set_clipboard_text(std::string_view(source.text()).substr(from, count));
   move_focus({id::source, 0});
 }
 
@@ -103,7 +103,7 @@ void Estructura::Cortar_Click(int) {
 }
 
 void Estructura::Pegar_Click(int) {
-  replace_selection(with_crlf(host_.portapapeles()));
+  replace_selection(with_crlf(host_.clipboard_text()));
 }
 
 void Estructura::tab_Click(int) {

@@ -5,10 +5,10 @@
 #include <initializer_list>
 #include <utility>
 
-#include "common/fallo.h"
-#include "common/numero.h"
-#include "common/texto.h"
-#include "files/fuente.h"
+#include "common/fault.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "files/source_file.h"
 
 namespace estructura {
 
@@ -84,7 +84,7 @@ const std::array<handler_table::row, 57> handler_table::rows = {{
 }};
 // clang-format on
 
-Estructura::Estructura(anfitrion& host) : host_(host) {
+Estructura::Estructura(window_host& host) : host_(host) {
   for (int i = 0; i < id_count; ++i) {
     const declaration& row = declared(static_cast<id>(i));
     first_member_[static_cast<std::size_t>(i)] = static_cast<int>(controls_.size());
@@ -206,7 +206,7 @@ void Estructura::through_the_door(Action action) {
   try {
     settle();
     action();
-  } catch (const fallo&) {
+  } catch (const machine_fault&) {
     // The views show the state as the fault left it.
     runner_.seen().refreshed = true;
     fault();
@@ -216,13 +216,13 @@ void Estructura::through_the_door(Action action) {
 
 void Estructura::fault() {
   stop_run();
-  host_.mensaje(box::fault, "Se ha producido un error durante la ejecución.");
+  host_.show_box(box::fault, "Se ha producido un error durante la ejecución.");
 }
 
 answer Estructura::ask(box kind, const std::string& text) {
   // Whoever reads the question sees the window as it stands.
   bring_up_to_date();
-  return host_.mensaje(kind, text);
+  return host_.show_box(kind, text);
 }
 
 void Estructura::Form_Load() {
@@ -413,7 +413,7 @@ void Estructura::settle() {
 void Estructura::bring_up_to_date() {
   try {
     settle();
-  } catch (const fallo&) {
+  } catch (const machine_fault&) {
     fault();
   }
 }

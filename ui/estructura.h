@@ -1,7 +1,7 @@
 // The window without a toolkit: it owns the machine, the documents and every control, and takes what the
 // person does through one door.
 //
-//   struct mute : anfitrion {} host;
+//   struct mute : window_host {} host;
 //   Estructura window(host);
 //   window.Form_Load();
 //   window.click(id::eje1);
@@ -19,12 +19,12 @@
 #include <vector>
 
 #include "common/bounded_array.h"
-#include "common/fichero.h"
+#include "common/file.h"
 #include "core/chipstate.h"
-#include "ui/anfitrion.h"
 #include "ui/control.h"
-#include "ui/controles.h"
+#include "ui/inventory.h"
 #include "ui/run_control.h"
+#include "ui/window_host.h"
 
 namespace estructura {
 
@@ -55,7 +55,7 @@ struct focus_place {
 
 class Estructura final : private run_listener, private event_sink {
  public:
-  explicit Estructura(anfitrion& host);
+  explicit Estructura(window_host& host);
   Estructura(const Estructura&) = delete;
   Estructura& operator=(const Estructura&) = delete;
   Estructura(Estructura&&) = delete;
@@ -130,7 +130,7 @@ class Estructura final : private run_listener, private event_sink {
   void guard_focus() override;
   void click_ejecutar() override { ejecutar_Click(0); }
   void rest() override { host_.rest(); }
-  int cede() override { return host_.cede(); }
+  int yield() override { return host_.yield(); }
 
   // event_sink: what the controls report.
   void raised(control& source, event what) override;
@@ -255,7 +255,7 @@ class Estructura final : private run_listener, private event_sink {
   void Form_Unload();
   void end_program();
 
-  anfitrion& host_;
+  window_host& host_;
   chipstate chip_;
   inputs in_;
   run_control runner_{chip_, in_, *this};
@@ -264,7 +264,7 @@ class Estructura final : private run_listener, private event_sink {
   map_view map_;
   document hex_;
   document asm_;
-  codificacion asm_encoding_ = codificacion::utf8;
+  text_encoding asm_encoding_ = text_encoding::utf8;
   focus_place focus_;
   bool run_on_stack_ = false;
   bool ended_ = false;

@@ -3,10 +3,10 @@
 #include <string>
 #include <utility>
 
-#include "asm/ensamblador.h"
+#include "asm/assembler.h"
 #include "asm/source_line.h"
-#include "common/texto.h"
-#include "core/instrucciones.h"
+#include "common/text.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

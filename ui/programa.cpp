@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "asm/encodeins.h"
-#include "common/numero.h"
-#include "common/texto.h"
-#include "files/desensamblador.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "files/disassembler.h"
 #include "ui/estructura.h"
 
 namespace estructura {
@@ -116,7 +116,7 @@ void Estructura::borrarins_Click(int) {
 
 void Estructura::break_Click(int) {
   if (at(id::MP).selected().size() > 1) {
-    host_.pita();
+    host_.beep();
     return;
   }
   const int address = valhex(at(id::direc).text());

@@ -1,7 +1,7 @@
 #include "ui/reading_tips.h"
 
-#include "asm/ensamblador.h"
-#include "core/instrucciones.h"
+#include "asm/assembler.h"
+#include "core/instructions.h"
 
 namespace estructura {
 

@@ -10,12 +10,12 @@
 #include <string_view>
 #include <vector>
 
-#include "common/numero.h"
-#include "common/texto.h"
-#include "core/datos.h"
+#include "common/number.h"
+#include "common/text.h"
+#include "core/data_memory.h"
 #include "core/timer.h"
 #include "ui/estructura.h"
-#include "ui/formato.h"
+#include "ui/format.h"
 
 namespace estructura {
 

@@ -38,7 +38,7 @@ void run_control::run() {
     if (end.last == step_end::time_out && chip_.running) listener_.rest();
     free_turns -= end.steps;
     // The window said how many turns it does not need; only then is it asked again.
-    if (free_turns <= 0) free_turns = listener_.cede();
+    if (free_turns <= 0) free_turns = listener_.yield();
     if (!chip_.running) return;
   }
 }

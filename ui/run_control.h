@@ -38,10 +38,10 @@ class run_listener {
   /// The run button's click, performed by a run that meets a breakpoint.
   virtual void click_ejecutar() {}
   /// A run stands between two steps after a box of the watchdog, which may come back in a few milliseconds:
-  /// the person gets a moment. No turn that `cede` has granted.
+  /// the person gets a moment. No turn that `yield` has granted.
   virtual void rest() {}
   /// Handles pending events; how many further steps may pass before it wants to be asked again, at least 1.
-  virtual int cede() { return 1 << 20; }
+  virtual int yield() { return 1 << 20; }
 
  protected:
   run_listener() = default;

@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/apoyo/instrucciones_esperadas.h"
+#include "tests/support/expected_instructions.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::expected_instruction;
-using apoyo::expected_instructions;
-using apoyo::kind;
+using support::expected_instruction;
+using support::expected_instructions;
+using support::kind;
 
 std::string hex_text(int value) {
   std::string text;

@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-#include "core/datos.h"
-#include "tests/apoyo/diferencias.h"
-#include "tests/core/maquina.h"
+#include "core/data_memory.h"
+#include "tests/core/machine.h"
+#include "tests/support/differences.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::differences;
-using apoyo::expected_device;
-using apoyo::expected_devices;
-using apoyo::machine;
+using support::differences;
+using support::expected_device;
+using support::expected_devices;
+using support::machine;
 
 std::int16_t word16(int value) {
   return static_cast<std::int16_t>(value);

@@ -7,19 +7,19 @@
 #include <vector>
 
 #include "core/resets.h"
-#include "files/desensamblador.h"
-#include "tests/apoyo/diferencias.h"
-#include "tests/core/maquina.h"
-#include "tests/core/oraculo.h"
+#include "files/disassembler.h"
+#include "tests/core/machine.h"
+#include "tests/core/oracle.h"
+#include "tests/support/differences.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::differences;
-using apoyo::expected_device;
-using apoyo::expected_devices;
-using apoyo::machine;
-using apoyo::quiet;
+using support::differences;
+using support::expected_device;
+using support::expected_devices;
+using support::machine;
+using support::quiet;
 
 std::int16_t word16(int value) {
   return static_cast<std::int16_t>(value);
@@ -133,7 +133,7 @@ TEST(step, of_an_unprogrammed_cell_shows_its_row_before_a_refresh_that_faults) {
     if (programmed) chip.progmem[0x010] = 0x000;
     quiet view;
     view.in.set_frequencies(4000, 0.0001);
-    EXPECT_TRUE(apoyo::faults([&] { step(chip, view); }));
+    EXPECT_TRUE(support::faults([&] { step(chip, view); }));
     EXPECT_EQ(view.seen.arrived, !programmed);
     EXPECT_EQ(view.seen.marked, !programmed);
   }
@@ -264,15 +264,15 @@ TEST(step, walks_a_program_as_the_second_reading_does) {
     chip.regs[reg_5] = word16(device.mask5 & 0x70);
     chip.regs[reg_6] = 0;
     quiet view;
-    apoyo::show_pins_of(chip, view);
+    support::show_pins_of(chip, view);
     for (int i = 0; i < 400; ++i) {
       chipstate wanted = chip;
       const int word = wanted.progmem[wanted.cpu.pc];
       wanted.cpu.pc = word16((wanted.cpu.pc + 1) % (device.progmask + 1));
       wanted.regs[reg_pcl] = word16(wanted.cpu.pc % 256);
       if (word != 65535) {
-        apoyo::expected_execution(wanted, word);
-        apoyo::expected_tick(wanted);
+        support::expected_execution(wanted, word);
+        support::expected_tick(wanted);
       }
       wanted.regs[reg_fsr] = word16(wanted.regs[reg_fsr] & device.datamask);
       wanted.cpu.option = word16(wanted.cpu.option & device.optmask);

@@ -7,17 +7,17 @@
 
 #include "core/resets.h"
 #include "core/step.h"
-#include "tests/apoyo/diferencias.h"
-#include "tests/core/maquina.h"
-#include "tests/core/oraculo.h"
+#include "tests/core/machine.h"
+#include "tests/core/oracle.h"
+#include "tests/support/differences.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::differences;
-using apoyo::machine;
-using apoyo::quiet;
-using apoyo::writereg;
+using support::differences;
+using support::machine;
+using support::quiet;
+using support::writereg;
 
 std::int16_t word16(int value) {
   return static_cast<std::int16_t>(value);
@@ -76,7 +76,7 @@ TEST(tmrtick, agrees_with_a_second_reading_for_every_OPTION_and_source) {
       chip.regs[reg_tmr0] = 0xFF;
       for (int i = 0; i < 40; ++i) {
         chipstate wanted = chip;
-        apoyo::expected_tick(wanted);
+        support::expected_tick(wanted);
         tmrtick(chip);
         ASSERT_EQ(differences(wanted, chip), "") << "option " << option << ", tick " << i;
       }

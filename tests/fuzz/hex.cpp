@@ -6,9 +6,9 @@
 #include <fstream>
 #include <unistd.h>
 
-#include "common/fallo.h"
-#include "core/dispositivos.h"
-#include "tests/fuzz/objetivo.h"
+#include "common/fault.h"
+#include "core/devices.h"
+#include "tests/fuzz/target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace estructura;

@@ -6,8 +6,8 @@
 #include <ostream>
 #include <utility>
 
-#include "common/texto.h"
-#include "guion/mirada.h"
+#include "common/text.h"
+#include "guion/looks.h"
 
 namespace estructura::guiones {
 
@@ -24,14 +24,14 @@ std::string_view without_blanks_around(std::string_view line) {
 
 }  // namespace
 
-guion::guion(conductor& driver, escritorio& desk, std::ostream& shown)
+guion::guion(window_driver& driver, scripted_desktop& desk, std::ostream& shown)
     : driver_(driver), desk_(desk), shown_(shown) {
   desk_.unexpected = [this](const std::string& what) { fail(what); };
   desk_.yielded = [this](int passed) { return yielded(passed); };
   desk_.yields_to_next = [this] { return yields_to_next(); };
 }
 
-std::optional<falla> guion::run(std::string_view script) {
+std::optional<script_failure> guion::run(std::string_view script) {
   if (script.starts_with(byte_order_mark)) script.remove_prefix(byte_order_mark.size());
   for (int line = 1; !script.empty() && !failure_; ++line) {
     const std::string_view text = script.substr(0, script.find('\n'));
@@ -48,7 +48,7 @@ void guion::run_line(int line, std::string_view text) {
   if (text.front() != '@') return perform(line, text);
 
   const std::string_view mark = text.substr(0, text.find_first_of(" \t"));
-  const auto count = numero(mark.substr(1));
+  const auto count = read_number(mark.substr(1));
   const std::string_view statement = without_blanks_around(text.substr(mark.size()));
   if (!count || *count < 1) return fail("a number from 1 on is wanted behind @: " + std::string(mark));
   if (*count > std::numeric_limits<std::int64_t>::max() - yields_) return fail("no run lasts so long");
@@ -62,7 +62,7 @@ void guion::perform(int line, std::string_view statement) {
   const std::int64_t outer_yields = std::exchange(run_yields_, 0);
   desk_.granted = 1;
   try {
-    renglon words(statement);
+    script_line words(statement);
     dispatch(words);
   } catch (const std::exception& error) {
     fail(error.what());
@@ -72,7 +72,7 @@ void guion::perform(int line, std::string_view statement) {
 }
 
 void guion::fail(const std::string& what) {
-  if (!failure_) failure_ = falla{line_, what};
+  if (!failure_) failure_ = script_failure{line_, what};
 }
 
 std::int64_t guion::yields_to_next() const {

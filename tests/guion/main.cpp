@@ -19,13 +19,13 @@
 #include <string_view>
 #include <vector>
 
-#include "guion/browser_conductor.h"
-#include "guion/conductor_libre.h"
+#include "guion/browser_driver.h"
 #include "guion/guion.h"
-#ifdef GUION_VENTANA
+#include "guion/toolkit_free_driver.h"
+#ifdef GUION_WINDOW
 #include <QApplication>
 
-#include "guion/conductor_ventana.h"
+#include "guion/qt_driver.h"
 #include "ui/qt/aplicacion.h"
 #endif
 
@@ -79,30 +79,30 @@ std::optional<std::string> script_of(const std::string& file) {
   return content.str();
 }
 
-enum class mode { libre, ventana, navegador };
+enum class mode { toolkit_free, window, page };
 
-std::unique_ptr<guiones::conductor> make_driver(mode wanted, guiones::escritorio& desk) {
-  if (wanted == mode::navegador) {
+std::unique_ptr<guiones::window_driver> make_driver(mode wanted, guiones::scripted_desktop& desk) {
+  if (wanted == mode::page) {
     const char* const chosen = std::getenv("GUION_PAGE");
     static guiones::browser_process browser(chosen != nullptr ? chosen : GUION_PAGE_FILE);
-    return std::make_unique<guiones::browser_conductor>(browser, desk);
+    return std::make_unique<guiones::browser_driver>(browser, desk);
   }
-#ifdef GUION_VENTANA
-  if (wanted == mode::ventana) return std::make_unique<guiones::conductor_ventana>(desk);
+#ifdef GUION_WINDOW
+  if (wanted == mode::window) return std::make_unique<guiones::qt_driver>(desk);
 #endif
-  return std::make_unique<guiones::conductor_libre>(desk);
+  return std::make_unique<guiones::toolkit_free_driver>(desk);
 }
 
-std::optional<guiones::falla> run_script(std::string_view script, mode wanted) try {
+std::optional<guiones::script_failure> run_script(std::string_view script, mode wanted) try {
   const scratch_folder folder;
-  guiones::escritorio desk;
-  const std::unique_ptr<guiones::conductor> driver = make_driver(wanted, desk);
+  guiones::scripted_desktop desk;
+  const std::unique_ptr<guiones::window_driver> driver = make_driver(wanted, desk);
   return guiones::guion(*driver, desk, std::cout).run(script);
 } catch (const std::exception& error) {
-  return guiones::falla{0, error.what()};
+  return guiones::script_failure{0, error.what()};
 }
 
-#ifdef GUION_VENTANA
+#ifdef GUION_WINDOW
 /// Qt's warnings go to standard error, where failures are looked for; so without those in which a platform
 /// only says what it is not, which tell nothing of the window.
 void warn(QtMsgType, const QMessageLogContext&, const QString& message) {
@@ -126,7 +126,7 @@ int run_files(const std::vector<std::string>& files, mode wanted) {
     from_input = from_input || file == standard_input;
     const auto script = script_of(file);
     const auto failure =
-        script ? run_script(*script, wanted) : guiones::falla{0, "the script cannot be read"};
+        script ? run_script(*script, wanted) : guiones::script_failure{0, "the script cannot be read"};
     std::cout.flush();
     ++(failure ? failed : passed);
     if (failure) std::cerr << file << ':' << failure->line << ": " << failure->what << '\n';
@@ -139,23 +139,23 @@ int run_files(const std::vector<std::string>& files, mode wanted) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  mode wanted = mode::libre;
+  mode wanted = mode::toolkit_free;
   std::vector<std::string> files;
   for (int i = 1; i < argc; ++i) {
     const std::string argument = argv[i];
     if (argument == "--ventana")
-      wanted = mode::ventana;
+      wanted = mode::window;
     else if (argument == "--navegador")
-      wanted = mode::navegador;
+      wanted = mode::page;
     else if (argument.starts_with('-') && argument != standard_input)
       return usage("no such option: " + argument);
     else
       files.push_back(argument);
   }
   if (files.empty()) return usage("no script to run");
-#ifdef GUION_VENTANA
+#ifdef GUION_WINDOW
   std::optional<QApplication> application;
-  if (wanted == mode::ventana) {
+  if (wanted == mode::window) {
     qInstallMessageHandler(warn);
     // Without a display the window is as real on the platform that needs none.
     const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
@@ -165,7 +165,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
   }
 #else
-  if (wanted == mode::ventana) return usage("built without the window: --ventana is not to be had");
+  if (wanted == mode::window) return usage("built without the window: --ventana is not to be had");
 #endif
   return run_files(files, wanted);
 }

@@ -4,23 +4,23 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "tests/ui/ventana.h"
+#include "tests/ui/test_window.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::ventana;
+using support::test_window;
 
-std::string name_of(ventana& w, std::string_view control_name) {
+std::string name_of(test_window& w, std::string_view control_name) {
   return accessible_name(w.at(control_name), w.chip().devmodel.is16c5x);
 }
-std::string description_of(ventana& w, std::string_view control_name) {
+std::string description_of(test_window& w, std::string_view control_name) {
   return accessible_description(w.at(control_name), w.chip().devmodel.is16c5x);
 }
 
 TEST(accessible_names, everything_that_is_filled_in_is_filled_in) {
   for (const char* device : {"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"}) {
-    ventana w(device);
+    test_window w(device);
     for (const control& one : w.view.look_all()) {
       const std::string texts = name_of(w, one.name()) + "\n" + description_of(w, one.name());
       EXPECT_EQ(texts.find_first_of("%&"), std::string::npos) << device << " " << one.name() << ": " << texts;
@@ -31,7 +31,7 @@ TEST(accessible_names, everything_that_is_filled_in_is_filled_in) {
 }
 
 TEST(accessible_names, a_pin_says_port_bit_and_direction) {
-  ventana w;
+  test_window w;
   EXPECT_EQ(name_of(w, "PA(3)"), "Puerto A, bit 3");
   EXPECT_EQ(name_of(w, "PC(0)"), "Puerto C, bit 0");
   EXPECT_EQ(name_of(w, "BPB"), "Puerto B en binario");
@@ -39,13 +39,13 @@ TEST(accessible_names, a_pin_says_port_bit_and_direction) {
   w.view.poke().cpu.trisb = 0x7F;
   w.view.refresh();
   EXPECT_EQ(description_of(w, "PB(7)"), "Pin de salida, lo pone el programa.");
-  ventana small("12C508");
+  test_window small("12C508");
   EXPECT_EQ(name_of(small, "PB(3)"), "GPIO, bit 3");
   EXPECT_EQ(name_of(small, "TRISB"), "TRIS en binario");
 }
 
 TEST(accessible_names, a_caption_is_said_without_the_mark_of_its_key) {
-  ventana w;
+  test_window w;
   EXPECT_EQ(name_of(w, "cargarasm"), "Cargar ASM");
   EXPECT_EQ(name_of(w, "eje1"), "Ejec. 1");
   EXPECT_EQ(description_of(w, "lstatus"), "Nombres de los bits, del 7 al 0: PS2-PS1-PS0-/TO-/PD-Z-D-C.");
@@ -59,7 +59,7 @@ TEST(accessible_names, only_texts_that_follow_the_record_vary) {
 }
 
 TEST(accessible_names, a_line_says_what_it_is_and_its_value) {
-  ventana w;
+  test_window w;
   w.store(0x10, {0xC05});  // MOVLW 05
   w.view.poke().breakpts[0x10] = 1;
   w.view.poke().bankregs[1 * 16 + 2] = 0x3F;
@@ -81,7 +81,7 @@ TEST(accessible_names, a_line_says_what_it_is_and_its_value) {
 }
 
 TEST(accessible_names, a_line_of_the_program_says_its_breakpoint_and_whether_it_is_next) {
-  ventana w;
+  test_window w;
   w.view.type(id::direc, "010");
   w.view.type(id::INS, "MOVLW 05");
   w.view.click(id::Entrarins);

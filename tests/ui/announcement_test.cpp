@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/ui/ventana.h"
+#include "tests/ui/test_window.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::ventana;
+using support::test_window;
 
 struct change {
   const char* rule;
@@ -91,7 +91,7 @@ const std::vector<change> changes = {
 TEST(announcement, tells_what_differs_between_two_readings) {
   for (const change& row : changes) {
     SCOPED_TRACE(row.rule);
-    ventana w(row.device);
+    test_window w(row.device);
     row.before(w.view.poke());
     w.view.refresh();
     const view_reading before = read_views(w.view);
@@ -102,7 +102,7 @@ TEST(announcement, tells_what_differs_between_two_readings) {
 }
 
 TEST(announcement, an_input_is_set_by_whoever_listens) {
-  ventana w;
+  test_window w;
   const view_reading before = read_views(w.view);
   w.view.click(id::PB, 3);
   EXPECT_TRUE(w.value("PB(3)"));
@@ -110,7 +110,7 @@ TEST(announcement, an_input_is_set_by_whoever_listens) {
 }
 
 TEST(announcement, a_pin_that_becomes_an_output_at_its_level_is_no_news) {
-  ventana w;
+  test_window w;
   const view_reading before = read_views(w.view);
   w.view.poke().cpu.trisb = 0;
   w.view.refresh();
@@ -118,7 +118,7 @@ TEST(announcement, a_pin_that_becomes_an_output_at_its_level_is_no_news) {
 }
 
 TEST(announcement, another_device_is_no_list_of_changes) {
-  ventana w;
+  test_window w;
   const view_reading before = read_views(w.view);
   w.view.pick(id::PIC, "16C54");
   EXPECT_EQ(announcement(before, read_views(w.view)), "");
@@ -127,7 +127,7 @@ TEST(announcement, another_device_is_no_list_of_changes) {
 }
 
 TEST(announcement, nor_is_one_with_the_same_registers) {
-  ventana w("16C56");
+  test_window w("16C56");
   const view_reading before = read_views(w.view);
   w.view.pick(id::PIC, "16C54");
   EXPECT_EQ(w.chip().cpu.pc, 511);  // was 1023
@@ -135,14 +135,14 @@ TEST(announcement, nor_is_one_with_the_same_registers) {
 }
 
 TEST(announcer, the_first_look_says_nothing) {
-  ventana w;
+  test_window w;
   announcer ear;
   EXPECT_EQ(ear.news(w.view), "");
   EXPECT_EQ(ear.news(w.view), "");
 }
 
 TEST(announcer, each_step_is_told_once) {
-  ventana w;
+  test_window w;
   w.store(0, {0xC05, 0x028});  // MOVLW 05, MOVWF 08
   w.stand_at(0);
   announcer ear;
@@ -155,7 +155,7 @@ TEST(announcer, each_step_is_told_once) {
 }
 
 TEST(announcer, a_run_says_that_it_starts_and_at_its_end_all_that_it_changed) {
-  ventana w;
+  test_window w;
   w.store(0, {0xC05, 0x028, 0xA01});  // MOVLW 05, MOVWF 08, GOTO 001
   w.stand_at(0);
   announcer ear;
@@ -170,7 +170,7 @@ TEST(announcer, a_run_says_that_it_starts_and_at_its_end_all_that_it_changed) {
 }
 
 TEST(announcer, a_run_that_ends_at_a_breakpoint_says_so_each_time) {
-  ventana w;
+  test_window w;
   w.store(0, {0xC05, 0x028, 0xA01});  // MOVLW 05, MOVWF 08, GOTO 001
   w.stand_at(0);
   w.view.poke().breakpts[1] = 1;

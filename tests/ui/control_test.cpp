@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "ui/controles.h"
+#include "ui/inventory.h"
 
 namespace estructura {
 namespace {

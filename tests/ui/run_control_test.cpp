@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "core/resets.h"
-#include "tests/apoyo/diferencias.h"
-#include "tests/core/maquina.h"
+#include "tests/core/machine.h"
+#include "tests/support/differences.h"
 
 namespace estructura {
 namespace {
 
-using apoyo::machine;
+using support::machine;
 
 // A screen for runs: notes the cycle count at every turn and at the run button's click, answers each turn
 // from a list (its last entry again and again), and stops the run at a turn of its own choice.
@@ -26,7 +26,7 @@ class runner final : public run_listener {
       : control(chip, in, *this), chip_(chip), answers_(std::move(answers)) {
     control.requests().configuration_open = false;
   }
-  int cede() override {
+  int yield() override {
     turns.push_back(chip_.cycles);
     const std::size_t turn = turns.size();
     if (at_turn) at_turn(static_cast<int>(turn));
@@ -231,7 +231,7 @@ TEST(run, lets_a_fault_through_with_the_run_still_marked) {
   chip.cpu.option = 0x00;
   chip.prescount = 32765;
   runner view(chip);
-  EXPECT_TRUE(apoyo::faults([&] { view.control.run(); }));
+  EXPECT_TRUE(support::faults([&] { view.control.run(); }));
   EXPECT_EQ(chip.cpu.pc, 3);
   EXPECT_EQ(view.turns.size(), 2U);
   EXPECT_TRUE(chip.running);
@@ -244,10 +244,10 @@ TEST(run, executes_the_same_as_single_steps) {
   runner view(run);
   view.at_turn = [&](int turn) { run.running = turn < 1000; };
   view.control.run();
-  apoyo::quiet other;
+  support::quiet other;
   for (int i = 0; i < 1000; ++i) step(stepped, other);
   stepped.running = false;
-  EXPECT_EQ(apoyo::differences(stepped, run), "");
+  EXPECT_EQ(support::differences(stepped, run), "");
 }
 
 // A window that writes down what the machine asks of it, in order, and where `pc` stood.
@@ -343,7 +343,7 @@ TEST(run, hands_the_focus_on_behind_the_very_step_that_closes_a_control) {
     void guard_focus() override {
       if (chip.cpu.trisb == 0x5A && closed_at < 0) closed_at = chip.cpu.pc;
     }
-    int cede() override {
+    int yield() override {
       chip.running = ++turns < 2;
       return 10;
     }

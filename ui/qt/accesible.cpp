@@ -11,7 +11,7 @@
 #include <QLineEdit>
 
 #include "ui/accessible_names.h"
-#include "ui/controles.h"
+#include "ui/inventory.h"
 #include "ui/qt/accessible_events.h"
 #include "ui/qt/accessible_text.h"
 #include "ui/qt/live_region.h"

@@ -5,7 +5,7 @@
 // - The accessible object of a QLineEdit says that the attributes of a character hold for none, so that a
 //   reader which speaks by runs of attributes leaves the last one out: "400" for 4000.
 //
-// With a Qt that answers both questions right this file can go: tests/accesibilidad asks them.
+// With a Qt that answers both questions right this file can go: tests/accessibility asks them.
 #pragma once
 
 #include <QAccessible>

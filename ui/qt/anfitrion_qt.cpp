@@ -13,7 +13,7 @@
 #include <QMessageBox>
 #include <QTimer>
 
-#include "common/fichero.h"
+#include "common/file.h"
 #include "ui/qt/dialogo_ficheros.h"
 #include "ui/qt/texto_qt.h"
 #include "ui/qt/ventana.h"
@@ -110,15 +110,15 @@ class message_box final : public QMessageBox {
 
 }  // namespace
 
-anfitrion_qt::anfitrion_qt() : rest_(usual_rest) {}
+qt_host::qt_host() : rest_(usual_rest) {}
 
-void anfitrion_qt::pon_al_dia() {
+void qt_host::pon_al_dia() {
   if (window_ != nullptr) window_->actualiza();
 }
 
-answer anfitrion_qt::mensaje(box kind, std::string_view text) {
+answer qt_host::show_box(box kind, std::string_view text) {
   // What is still asked while the program ends gets the answer of a box that was closed.
-  if (ended_) return anfitrion::mensaje(kind, text);
+  if (ended_) return window_host::show_box(kind, text);
   pon_al_dia();
   message_box shown(window_);
   shown.setStyleSheet(QString::fromLatin1(fixed_order));
@@ -152,12 +152,12 @@ answer anfitrion_qt::mensaje(box kind, std::string_view text) {
     case QMessageBox::Yes: return answer::yes;
     case QMessageBox::No: return answer::no;
     case QMessageBox::Ok: return answer::ok;
-    default: return anfitrion::mensaje(kind, text);
+    default: return window_host::show_box(kind, text);
   }
 }
 
-std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std::string_view extension,
-                                        std::string_view proposed) {
+std::string qt_host::choose_file(bool save, std::string_view filter, std::string_view extension,
+                                 std::string_view proposed) {
   if (ended_) return {};
   pon_al_dia();
   dialogo_ficheros dialog(window_, save);
@@ -165,7 +165,7 @@ std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std:
   dialog.setNameFilters(filtros(filter));
   dialog.setDefaultSuffix(a_qt(extension));
   if (!proposed.empty()) {
-    const QFileInfo place(a_qt(localiza(proposed)));
+    const QFileInfo place(a_qt(find_file(proposed)));
     if (place.dir().exists()) dialog.setDirectory(place.dir());
     dialog.selectFile(place.fileName());
   }
@@ -175,19 +175,19 @@ std::string anfitrion_qt::elige_fichero(bool save, std::string_view filter, std:
   return dialog.selectedFiles().constFirst().toStdString();
 }
 
-std::string anfitrion_qt::portapapeles() {
+std::string qt_host::clipboard_text() {
   return de_qt(QGuiApplication::clipboard()->text());
 }
 
-void anfitrion_qt::pon_portapapeles(std::string_view text) {
+void qt_host::set_clipboard_text(std::string_view text) {
   QGuiApplication::clipboard()->setText(a_qt(text));
 }
 
-void anfitrion_qt::pita() {
+void qt_host::beep() {
   QApplication::beep();
 }
 
-int anfitrion_qt::cede() {
+int qt_host::yield() {
   const reloj::time_point now = reloj::now();
   if (now - attended_ < turn || window_ == nullptr || ended_) return steps_between_looks;
   if (now >= next_frame_) {
@@ -207,7 +207,7 @@ int anfitrion_qt::cede() {
   return steps_between_looks;
 }
 
-void anfitrion_qt::rest() {
+void qt_host::rest() {
   if (window_ == nullptr || ended_) return;
   window_->actualiza();
   QTimer alarm;
@@ -221,7 +221,7 @@ void anfitrion_qt::rest() {
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-void anfitrion_qt::termina() {
+void qt_host::end() {
   if (ended_) return;
   ended_ = true;
   if (window_ != nullptr) window_->close();

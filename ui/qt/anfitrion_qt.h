@@ -1,7 +1,7 @@
 // The desktop as Qt gives it: boxes, file dialogs, clipboard, beep, the turns of a continuous run, and the
 // end.
 //
-//   anfitrion_qt host;
+//   qt_host host;
 //   Estructura window(host);
 //   window.Form_Load();
 //   ventana shown(window);
@@ -14,29 +14,29 @@
 #include <string>
 #include <string_view>
 
-#include "ui/anfitrion.h"
 #include "ui/qt/teclas.h"
+#include "ui/window_host.h"
 
 namespace estructura {
 
 class ventana;
 
-class anfitrion_qt : public anfitrion {
+class qt_host : public window_host {
  public:
-  anfitrion_qt();
+  qt_host();
 
   /// The window that boxes stand in front of and that a run keeps alive; none at first.
   void pon_ventana(ventana* window) { window_ = window; }
 
-  answer mensaje(box kind, std::string_view text) override;
-  std::string elige_fichero(bool save, std::string_view filter, std::string_view extension,
-                            std::string_view proposed) override;
-  std::string portapapeles() override;
-  void pon_portapapeles(std::string_view text) override;
-  void pita() override;
-  int cede() override;
+  answer show_box(box kind, std::string_view text) override;
+  std::string choose_file(bool save, std::string_view filter, std::string_view extension,
+                          std::string_view proposed) override;
+  std::string clipboard_text() override;
+  void set_clipboard_text(std::string_view text) override;
+  void beep() override;
+  int yield() override;
   void rest() override;
-  void termina() override;
+  void end() override;
   /// How long a run rests; what a test would wait for otherwise.
   void set_rest(std::chrono::milliseconds rest) { rest_ = rest; }
 

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-#include "ui/controles.h"
+#include "ui/inventory.h"
 #include "ui/qt/medidas.h"
 
 class QBoxLayout;

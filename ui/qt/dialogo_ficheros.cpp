@@ -16,7 +16,7 @@
 #include <QTreeView>
 #include <QUrl>
 
-#include "common/fichero.h"
+#include "common/file.h"
 
 namespace estructura {
 
@@ -97,7 +97,7 @@ void dialogo_ficheros::accept() {
   if (name == nullptr || name->text().isEmpty() || !typed.isDir()) {
     // Qt would add the extension to every name that has none, and so never open a file without one.
     const QString extension = defaultSuffix();
-    const bool in_full = acceptMode() == AcceptOpen && existe(localiza(typed.filePath().toStdString()));
+    const bool in_full = acceptMode() == AcceptOpen && file_exists(find_file(typed.filePath().toStdString()));
     if (in_full) setDefaultSuffix({});
     QFileDialog::accept();
     // Closed, the dialog is still to be asked what was chosen.

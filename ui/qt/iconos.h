@@ -6,7 +6,7 @@
 
 #include <QIcon>
 
-#include "ui/controles.h"
+#include "ui/inventory.h"
 
 namespace estructura {
 

@@ -307,7 +307,7 @@ void vista_lista::dataChanged(const QModelIndex& from, const QModelIndex& to, co
   QAbstractItemView::dataChanged(from, to, roles);
 }
 
-void vista_lista::avisa() {
+void vista_lista::warn() {
   if (elegida) elegida(actual(), seleccionadas());
 }
 
@@ -324,7 +324,7 @@ void vista_lista::mousePressEvent(QMouseEvent* event) {
     // is clicked all the same.
     selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
   }
-  avisa();
+  warn();
 }
 
 void vista_lista::mouseMoveEvent(QMouseEvent* event) {
@@ -332,7 +332,7 @@ void vista_lista::mouseMoveEvent(QMouseEvent* event) {
   if (!traits_.varias || (event->buttons() & Qt::LeftButton) == 0) return;
   const std::vector<int> before = seleccionadas();
   QListView::mouseMoveEvent(event);
-  if (seleccionadas() != before) avisa();
+  if (seleccionadas() != before) warn();
 }
 
 void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
@@ -344,7 +344,7 @@ void vista_lista::mouseReleaseEvent(QMouseEvent* event) {
   QListView::mouseReleaseEvent(event);
   if (seleccionadas() == before) return;
   if (traits_.varias)
-    avisa();
+    warn();
   else
     selectionModel()->select(kept, QItemSelectionModel::ClearAndSelect);
 }
@@ -382,7 +382,7 @@ void vista_lista::keyPressEvent(QKeyEvent* event) {
     const std::vector<int> before = seleccionadas();
     const int current = actual();
     QListView::keyPressEvent(event);
-    if (seleccionadas() != before || actual() != current) avisa();
+    if (seleccionadas() != before || actual() != current) warn();
     return;
   }
   // A click on a line may take the focus away at once, so the arrow keys only walk; Space or Enter is the
@@ -391,7 +391,7 @@ void vista_lista::keyPressEvent(QKeyEvent* event) {
   if ((enter || event->key() == Qt::Key_Space) && cursor_ >= 0) {
     const QModelIndex index = model()->index(cursor_, 0);
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
-    avisa();
+    warn();
     return;
   }
   event->ignore();

@@ -95,7 +95,7 @@ class vista_lista final : public QListView {
   void selectionChanged(const QItemSelection& now, const QItemSelection& before) override;
 
  private:
-  void avisa();
+  void warn();
   bool mueve_cursor(int key);
   /// In a window that scrolls, only a part of the list may be seen: the line comes there.
   void bring_into_seen_part(const QModelIndex& index);

@@ -27,7 +27,7 @@ int main(int, char** argv) {
   QApplication app(only_its_name, argv);
   qInstallMessageHandler(nullptr);
   estructura::prepara_aplicacion(app);
-  estructura::anfitrion_qt host;
+  estructura::qt_host host;
   estructura::Estructura window(host);
   window.Form_Load();
   estructura::ventana shown(window);

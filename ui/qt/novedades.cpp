@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "ui/controles.h"
+#include "ui/inventory.h"
 #include "ui/qt/lista.h"
 #include "ui/qt/piezas.h"
 
@@ -46,7 +46,7 @@ void novedades::marca(const vista& view, std::uint32_t marks) {
     static_cast<rotulo*>(view.widget)->pon_novedades(marks);
 }
 
-void novedades::mira(const std::vector<control>& controls, bool running) {
+void novedades::look_at(const std::vector<control>& controls, bool running) {
   if (running) {
     if (!running_)
       for (const vista& view : views_) marca(view, 0);

@@ -3,7 +3,7 @@
 // or background depends on it.
 //
 //   novedades news(window.look_all(), find);
-//   news.mira(window.look_all(), window.chip().running);      // after each copy to the widgets
+//   news.look_at(window.look_all(), window.chip().running);      // after each copy to the widgets
 //
 // An action that changes none of them (a line chosen, a letter typed) leaves the marks where they are. While
 // a program runs nothing is marked; when it stops, all that changed since it started is.
@@ -30,7 +30,7 @@ class novedades {
 
   novedades(const std::vector<control>& controls, const buscador& find);
 
-  void mira(const std::vector<control>& controls, bool running);
+  void look_at(const std::vector<control>& controls, bool running);
 
  private:
   struct vista {

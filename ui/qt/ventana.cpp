@@ -196,7 +196,7 @@ void ventana::actualiza() {
   layout_->acomoda();
   map_->pon(window_.look_map());
   program_->pon_siguiente(window_.chip().cpu.pc);
-  news_->mira(controls, window_.chip().running);
+  news_->look_at(controls, window_.chip().running);
   names_->actualiza();
   if (!window_.chip().running)
     for (const std::unique_ptr<enlace>& link : links_) say_held_back(*link->widget());

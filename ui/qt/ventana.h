@@ -1,7 +1,7 @@
 // The window in real widgets: one for each control of `Estructura`, named after it. It shows the record and
 // tells it what the person does; no rule of the simulator stands here.
 //
-//   anfitrion_qt host;
+//   qt_host host;
 //   Estructura window(host);
 //   window.Form_Load();
 //   ventana shown(window);

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <emscripten.h>
 
-#include "common/fichero.h"
+#include "common/file.h"
 #include "ui/estructura.h"
 #include "ui/web/page_imports.h"
 
@@ -29,40 +29,40 @@ std::string taken(char* text) {
 
 }  // namespace
 
-answer browser_host::mensaje(box kind, std::string_view text) {
+answer browser_host::show_box(box kind, std::string_view text) {
   switch (page_box(static_cast<int>(kind), text.data(), text.size())) {
     case static_cast<int>(answer::yes): return answer::yes;
     case static_cast<int>(answer::no): return answer::no;
     case static_cast<int>(answer::ok): return answer::ok;
-    default: return anfitrion::mensaje(kind, text);
+    default: return window_host::show_box(kind, text);
   }
 }
 
-std::string browser_host::elige_fichero(bool save, std::string_view filter, std::string_view extension,
-                                        std::string_view proposed) {
+std::string browser_host::choose_file(bool save, std::string_view filter, std::string_view extension,
+                                      std::string_view proposed) {
   return taken(page_choose_file(save ? 1 : 0, filter.data(), filter.size(), extension.data(),
                                 extension.size(), proposed.data(), proposed.size()));
 }
 
 bool browser_host::hand_over(const std::string& path) {
   // What the file was written as: a name of its own, or that of the file it replaced.
-  const std::string written = localiza(path);
+  const std::string written = find_file(path);
   return page_hand_over(path.data(), path.size(), written.data(), written.size()) != 0;
 }
 
-std::string browser_host::portapapeles() {
+std::string browser_host::clipboard_text() {
   return taken(page_read_clipboard());
 }
 
-void browser_host::pon_portapapeles(std::string_view text) {
+void browser_host::set_clipboard_text(std::string_view text) {
   page_write_clipboard(text.data(), text.size());
 }
 
-void browser_host::pita() {
+void browser_host::beep() {
   page_beep();
 }
 
-int browser_host::cede() {
+int browser_host::yield() {
   yields_ += granted_;
   const bool paused = pause_at_ >= 0 && yields_ >= pause_at_;
   if (paused) {
@@ -85,7 +85,7 @@ void browser_host::rest() {
   attended_ms_ = emscripten_get_now();
 }
 
-void browser_host::termina() {
+void browser_host::end() {
   page_end();
 }
 

@@ -13,27 +13,27 @@
 #include <string>
 #include <string_view>
 
-#include "ui/anfitrion.h"
+#include "ui/window_host.h"
 
 namespace estructura {
 
 class Estructura;
 
-class browser_host final : public anfitrion {
+class browser_host final : public window_host {
  public:
   /// The window whose chip may sleep; a run then waits for the person.
   void watch(const Estructura& window) { window_ = &window; }
 
-  answer mensaje(box kind, std::string_view text) override;
-  std::string elige_fichero(bool save, std::string_view filter, std::string_view extension,
-                            std::string_view proposed) override;
+  answer show_box(box kind, std::string_view text) override;
+  std::string choose_file(bool save, std::string_view filter, std::string_view extension,
+                          std::string_view proposed) override;
   bool hand_over(const std::string& path) override;
-  std::string portapapeles() override;
-  void pon_portapapeles(std::string_view text) override;
-  void pita() override;
-  int cede() override;
+  std::string clipboard_text() override;
+  void set_clipboard_text(std::string_view text) override;
+  void beep() override;
+  int yield() override;
   void rest() override;
-  void termina() override;
+  void end() override;
 
   /// An action of the person begins: a run that it starts yields after its first step.
   void begin_action() { granted_ = 1; }

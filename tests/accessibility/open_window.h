@@ -1,0 +1,48 @@
+// The real window, open, for tests of what a screen reader and the keyboard find in it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTest>
+
+#include "tests/support/qt_window.h"
+
+namespace estructura {
+
+class ventana_accesible : public support::ventana_real<> {
+ protected:
+  void device(const char* name) {
+    record.pick(id::PIC, name);
+    window.actualiza();
+  }
+
+  QAccessibleInterface& voice(id which, int index = 0) {
+    return *QAccessible::queryAccessibleInterface(&at(which, index));
+  }
+  std::string name(id which, int index = 0) {
+    return voice(which, index).text(QAccessible::Name).toStdString();
+  }
+  std::string description(id which, int index = 0) {
+    return voice(which, index).text(QAccessible::Description).toStdString();
+  }
+  /// What a label shows beside its name.
+  std::string value(id which) {
+    QAccessibleTextInterface* const text = voice(which).textInterface();
+    return text == nullptr ? "(ninguno)" : text->text(0, text->characterCount()).toStdString();
+  }
+  std::string row(id which, int index, int place) {
+    QAccessibleInterface* const line = voice(which, index).child(place);
+    return line == nullptr ? "(ninguna)" : line->text(QAccessible::Name).toStdString();
+  }
+};
+
+inline constexpr std::array<const char*, 7> every_device = {"16C58", "16C57",  "16C56", "16C55",
+                                                            "16C54", "12C509", "12C508"};
+
+inline bool takes_focus(const control& one) {
+  return one.is() != kind::label && one.is() != kind::frame && one.is() != kind::picture;
+}
+
+}  // namespace estructura

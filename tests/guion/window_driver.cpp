@@ -1,0 +1,18 @@
+#include "guion/window_driver.h"
+
+#include "guion/machine_fields.h"
+
+namespace estructura::guiones {
+
+control_place place_of(std::string_view written) {
+  std::int64_t number = -1;
+  control_place place;
+  place.name = name_and_index(written, number);
+  if (number >= 0) place.name += '(' + std::to_string(number) + ')';
+  place.which = find_control(place.name, place.index);
+  if (place.which == id::none) throw script_error("no such control: " + std::string(written));
+  place.is = declared(place.which).is;
+  return place;
+}
+
+}  // namespace estructura::guiones

@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <QTextDocument>
+
+#include "ui/qt/texto_qt.h"
+
+namespace estructura {
+namespace {
+
+struct lugar_de_texto {
+  const char* text;
+  int character;
+  int unit;
+};
+
+// The letter of four bytes takes two units of a widget.
+constexpr lugar_de_texto places[] = {
+    {"", 0, 0},
+    {"uno", 0, 0},
+    {"uno", 3, 3},
+    {"uno\r\ndos", 3, 3},
+    {"uno\r\ndos", 5, 4},
+    {"uno\r\ndos", 8, 7},
+    {"\r\n\r\n", 2, 1},
+    {"\r\n\r\n", 4, 2},
+    {"añó\r\nb", 3, 3},
+    {"añó\r\nb", 5, 4},
+    {"a\xF0\x9D\x84\x9E"
+     "b",
+     1, 1},
+    {"a\xF0\x9D\x84\x9E"
+     "b",
+     2, 3},
+    {"a\xF0\x9D\x84\x9E"
+     "b",
+     3, 4},
+    {"a\nb", 2, 2},
+    {"a\rb", 2, 2},
+};
+
+TEST(texto_qt, a_character_and_its_unit_name_the_same_place) {
+  for (const lugar_de_texto& place : places) {
+    EXPECT_EQ(unidad_de_caracter(place.text, place.character), place.unit)
+        << place.text << " at " << place.character;
+    EXPECT_EQ(caracter_de_unidad(place.text, place.unit), place.character)
+        << place.text << " unit " << place.unit;
+  }
+}
+
+TEST(texto_qt, a_character_within_a_line_end_is_the_place_before_it) {
+  EXPECT_EQ(unidad_de_caracter("uno\r\ndos", 4), 3);
+}
+
+TEST(texto_qt, a_place_past_the_end_is_the_end) {
+  EXPECT_EQ(unidad_de_caracter("a\r\nb", 99), 3);
+  EXPECT_EQ(caracter_de_unidad("a\r\nb", 99), 4);
+}
+
+TEST(texto_qt, every_line_end_of_a_widget_becomes_cr_lf) {
+  EXPECT_EQ(de_qt(QStringLiteral("a\nb")), "a\r\nb");
+  EXPECT_EQ(de_qt(QStringLiteral("a\r\nb\rc")), "a\r\nb\r\nc");
+  EXPECT_EQ(de_qt(QStringLiteral("a\u2029b\u2028c")), "a\u2029b\u2028c");
+}
+
+TEST(texto_qt, a_text_comes_back_as_it_went) {
+  for (const char* text : {"", "uno", "uno\r\ndos\r\n", "\r\n", "año 'ñ' \xF0\x9D\x84\x9E\r\n fin"})
+    EXPECT_EQ(de_qt(a_qt(text)), text);
+}
+
+TEST(texto_qt, a_document_takes_nothing_for_a_line_end_that_is_none) {
+  const char* const text = "a\u2028b\u2029c\uFDD0d\uFDD1e\r\nf";
+  QTextDocument document;
+  document.setPlainText(a_documento(text));
+  EXPECT_EQ(document.blockCount(), 2);
+  EXPECT_EQ(document.characterCount() - 1, unidades(text));
+  EXPECT_EQ(de_documento(document.toRawText()), text);
+  // What the person types there with Shift and Enter is a line end.
+  EXPECT_EQ(de_documento(QStringLiteral("a\u2028b")), "a\r\nb");
+}
+
+struct cambio_esperado {
+  const char* before;
+  const char* after;
+  int caret;
+  int start;
+  int end;
+  const char* text;
+};
+
+constexpr cambio_esperado changes[] = {
+    {"", "uno", 0, 0, 0, "uno"},
+    {"uno", "", 3, 0, 3, ""},
+    {"uno", "uno", 1, 1, 1, ""},
+    {"abc", "aXc", 2, 1, 2, "X"},
+    {"a\r\nb", "a\r\nXb", 2, 2, 2, "X"},
+    // One among others of its kind: where the caret was.
+    {"a    b", "a      b", 3, 3, 3, "  "},
+    {"a    b", "a      b", 0, 1, 1, "  "},
+    {"a    b", "a      b", 6, 5, 5, "  "},
+    {"a    b", "a  b", 2, 2, 4, ""},
+    // Neither a line end nor a character is cut.
+    {"a\r\nb", "a\rb", 0, 1, 2, "\r"},
+    {"a\rb", "a\r\nb", 0, 1, 2, "\n"},
+    {"a\r\n\r\nb", "a\r\nb", 2, 2, 3, ""},
+    {"\u00e1", "\u00e9", 0, 0, 1, "\u00e9"},
+    {"\u00e1\u00e1", "\u00e1", 1, 1, 2, ""},
+    {"a\U0001d11e", "a\U0001d122", 0, 1, 3, "\U0001d122"},
+};
+
+TEST(texto_qt, a_change_is_the_least_that_makes_one_text_the_other) {
+  for (const cambio_esperado& one : changes) {
+    const cambio got = cambio_entre(one.before, one.after, one.caret);
+    EXPECT_EQ(got.start, one.start) << one.before << " -> " << one.after;
+    EXPECT_EQ(got.end, one.end) << one.before << " -> " << one.after;
+    EXPECT_EQ(got.text.toStdString(), one.text) << one.before << " -> " << one.after;
+  }
+}
+
+TEST(texto_qt, a_change_done_in_the_widget_gives_the_other_text) {
+  const std::vector<std::string> texts = {"",     "a", "aa", "\r\n", "\r\n\r\n", "a\r\na", "\u00e1a\u00e1",
+                                          "\r\na"};
+  for (const std::string& before : texts)
+    for (const std::string& after : texts)
+      for (int caret = 0; caret <= unidades(before); ++caret) {
+        const cambio got = cambio_entre(before, after, caret);
+        QString text = a_qt(before);
+        text.replace(got.start, got.end - got.start, got.text);
+        EXPECT_EQ(de_qt(text), after) << before << " -> " << after << " at " << caret;
+      }
+}
+
+TEST(texto_qt, a_megabyte_of_lines_is_converted_there_and_back) {
+  std::string lines;
+  while (lines.size() < 1'000'000) lines += "NOP ; algo\r\n";
+  const QString shown = a_qt(lines);
+  EXPECT_EQ(unidades(lines), shown.size());
+  EXPECT_EQ(de_qt(shown), lines);
+}
+
+}  // namespace
+}  // namespace estructura

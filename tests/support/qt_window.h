@@ -1,0 +1,42 @@
+// The real window, open and active, for one test.
+//
+//   class menus : public support::ventana_real<> {};
+//   TEST_F(menus, ...) { click(id::eje1); EXPECT_EQ(at<QLabel>(id::ciclos).text(), "1"); }
+//
+// The host may be another than that of the program: `ventana_real<mine>`.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "tests/support/hang.h"
+#include "ui/qt/anfitrion_qt.h"
+#include "ui/qt/ventana.h"
+
+namespace estructura::support {
+
+template <class Host = qt_host>
+class ventana_real : public testing::Test {
+ protected:
+  ventana_real() : window((record.Form_Load(), record)) {
+    host.pon_ventana(&window);
+    // As on a screen of 1366 by 768, whatever the screen is.
+    window.resize(window.least().expandedTo({1366, 720}));
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, hang_ms));
+  }
+
+  template <class Widget = QWidget>
+  Widget& at(id which, int index = 0) {
+    return *static_cast<Widget*>(window.widget_of(which, index));
+  }
+  void click(id which, int index = 0) { QTest::mouseClick(&at(which, index), Qt::LeftButton); }
+
+  Host host;
+  Estructura record{host};
+  ventana window;
+};
+
+}  // namespace estructura::support
