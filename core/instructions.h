@@ -24,43 +24,44 @@
 
 namespace estructura {
 
+/// What a word does, and which flags it changes; those that are not named stay.
 enum class op : std::uint8_t {
-  nothing,
-  nop,
-  option,
-  sleep,
-  clrwdt,
-  tris,
-  movwf,
-  clrw,
-  clrf,
-  subwf,
-  decf,
-  iorwf,
-  andwf,
-  xorwf,
-  addwf,
-  movf,
-  comf,
-  incf,
-  decfsz,
-  rrf,
-  rlf,
-  swapf,
-  incfsz,
-  bcf,
-  bsf,
-  btfsc,
-  btfss,
-  retlw,
-  call,
-  goto_,
-  movlw,
-  iorlw,
-  andlw,
-  xorlw,
-  blank,  ///< no instruction: an unprogrammed word, which only moves on
-  stop    ///< nor this: where a run that decodes ahead has to stop
+  nothing,  ///< a word that is no instruction: one cycle, and nothing else
+  nop,      ///< no flag
+  option,   ///< W to OPTION; no flag
+  sleep,    ///< /PD 0, /TO 1, and the watchdog's count to 0
+  clrwdt,   ///< /TO 1, and the watchdog's count to 0; /PD stays
+  tris,     ///< W to the directions of a port; no flag
+  movwf,    ///< W to f; no flag
+  clrw,     ///< 0 to W; no flag, Z neither
+  clrf,     ///< 0 to f; no flag, Z neither
+  subwf,    ///< f - W; C and DC are 1 where nothing is borrowed, Z where the result is 0
+  decf,     ///< Z; neither C nor DC
+  iorwf,    ///< Z
+  andwf,    ///< Z
+  xorwf,    ///< Z
+  addwf,    ///< C carries out of bit 7, DC out of bit 3; Z
+  movf,     ///< Z
+  comf,     ///< Z
+  incf,     ///< Z; neither C nor DC
+  decfsz,   ///< skips where the result is 0; no flag
+  rrf,      ///< C comes in at bit 7, bit 0 goes to C; no other flag
+  rlf,      ///< C comes in at bit 0, bit 7 goes to C; no other flag
+  swapf,    ///< exchanges the two halves; no flag
+  incfsz,   ///< skips where the result is 0; no flag
+  bcf,      ///< no flag, but a bit of STATUS where f is that
+  bsf,      ///< the same
+  btfsc,    ///< skips where the bit is 0; no flag
+  btfss,    ///< skips where the bit is 1; no flag
+  retlw,    ///< k to W and back to the caller; no flag
+  call,     ///< no flag; the page bits of STATUS give the rest of the address, and its bit 8 is 0
+  goto_,    ///< no flag; the page bits of STATUS give the rest of the address
+  movlw,    ///< no flag
+  iorlw,    ///< Z
+  andlw,    ///< Z
+  xorlw,    ///< Z
+  blank,    ///< no instruction: an unprogrammed word, which only moves on
+  stop      ///< nor this: where a run that decodes ahead has to stop
 };
 
 /// What stands behind the mnemonic.
