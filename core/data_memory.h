@@ -19,6 +19,11 @@ inline int fsrbank(const chipstate& chip) {
   return (chip.regs[reg_fsr] & chip.devmodel.datamask) / 32;
 }
 
+/// Data banks of the device: 1, 2 or 4.
+constexpr int bank_count(const device& model) {
+  return model.datamask / 32 + 1;
+}
+
 /// Page bits of STATUS as a program address offset: bit 5 becomes address bit 9, bit 6 address bit 10, each
 /// only where the device's program memory reaches that far.
 constexpr int page_mask(const device& model) {
@@ -38,11 +43,11 @@ constexpr int getbit(int value, int n) {
   return (value >> n) & 1;
 }
 
-/// STATUS as it must read: bits 3 and 4 are the latches, and bit 6 is not there on the 12C50x.
+/// STATUS as it must read: bits 3 and 4 are the latches, and what the device lacks is 0.
 constexpr int normalized_status(const chipstate& chip, int status) {
   status = setbit(status, status_pd, chip.pdlatch);
   status = setbit(status, status_to, chip.tolatch);
-  return chip.devmodel.is16c5x ? status : status & 191;
+  return status & chip.devmodel.status_mask;
 }
 
 /// Cuts the registers to the device's implemented bits and puts the read-only STATUS bits back.

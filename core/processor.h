@@ -134,7 +134,7 @@ class processor {
       case reg_status: return status_;
       case reg_fsr: return chip_.regs.cells[reg_fsr] | (~model.datamask & 255);
       case reg_5:
-        if (model.is16c5x) return read_pins(a, chip_.pina);
+        if (model.has_port_a()) return read_pins(a, chip_.pina);
         break;
       case reg_6: return read_pins(a, chip_.pinb);
       default:

@@ -24,12 +24,11 @@ void resetchip(chipstate& chip, int pd, int to, int gpwuf) {
   if (pd == 1 && to == 1) status &= 31;
   status = setbit(status, status_pd, pd);
   status = setbit(status, status_to, to);
-  if (!model.is16c5x) {
-    constexpr std::int16_t osccal_at_reset = 112;
+  if (model.wakes_on_pins()) {
     chip.gpwuflatch = static_cast<std::int16_t>(gpwuf);
     status = setbit(status, status_gpwuf, gpwuf);
-    chip.regs[reg_5] = osccal_at_reset;
   }
+  if (!model.has_port_a()) chip.regs[reg_5] = model.osccal_at_reset;
   chip.regs[reg_status] = static_cast<std::int16_t>(status);
 }
 

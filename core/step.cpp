@@ -17,7 +17,7 @@ std::int32_t within32(std::int64_t value) {
 
 void wake_on_pin_change(chipstate& chip, inputs& in, trail& seen) {
   const bool armed = getbit(chip.cpu.option, option_gpwu) == 0;
-  if (chip.devmodel.is16c5x || !chip.sleeping || !armed) return;
+  if (!chip.sleeping || !armed) return;
   resetchip(chip, chip.pdlatch, chip.tolatch, 1);
   regen(chip, in, seen);
   seen.arrive(chip.cpu.pc, chip.devmodel.progmask);
@@ -52,13 +52,12 @@ void regen(chipstate& chip, inputs& in, trail& seen) {
 
   const device& model = chip.devmodel;
   auto& boxes = in.pin_boxes;
-  if (model.is16c5x) follow_latch(boxes[0], chip.pina, chip.cpu.trisa, chip.regs[reg_5], 15);
+  follow_latch(boxes[0], chip.pina, chip.cpu.trisa, chip.regs[reg_5], model.port_a_pins);
   const int changed_b = follow_latch(boxes[1], chip.pinb, chip.cpu.trisb, chip.regs[reg_6], 255);
   if (model.hasportc) follow_latch(boxes[2], chip.pinc, chip.cpu.trisc, chip.regs[reg_7], 255);
   seen.refreshed = true;
   // A pin that its latch moves counts as clicked, so an output can wake the chip too.
-  constexpr int waking_pins = 0b1011;
-  if ((changed_b & waking_pins) != 0) wake_on_pin_change(chip, in, seen);
+  if ((changed_b & model.waking_pins) != 0) wake_on_pin_change(chip, in, seen);
 }
 
 step_end step(chipstate& chip, inputs& in, trail& seen) {
@@ -101,8 +100,7 @@ void pin_click(chipstate& chip, inputs& in, trail& seen, int port, int bit, bool
   std::int16_t& pins = port == 0 ? chip.pina : port == 1 ? chip.pinb : chip.pinc;
   pins = static_cast<std::int16_t>(setbit(pins, bit, on ? 1 : 0));
   regen(chip, in, seen);
-  const bool waking_pin = port == 1 && (bit == 0 || bit == 1 || bit == 3);
-  if (waking_pin) wake_on_pin_change(chip, in, seen);
+  if (port == 1 && getbit(chip.devmodel.waking_pins, bit) != 0) wake_on_pin_change(chip, in, seen);
 }
 
 }  // namespace estructura

@@ -77,8 +77,8 @@ struct stretch_end {
 /// output pins follow their latches.
 void regen(chipstate& chip, inputs& in, trail& seen);
 
-/// A pin box of port 0..2 took a new state: box and pin level, a refresh, and on the 12C50x the wake-up on
-/// pin change.
+/// A pin box of port 0..2 took a new state: box and pin level, a refresh, and on families that have it
+/// the wake-up on pin change.
 void pin_click(chipstate& chip, inputs& in, trail& seen, int port, int bit, bool on);
 
 /// Executes one word whose fetch has already advanced `pc`, cycle by cycle. Any word but `unprogrammed` is

@@ -61,7 +61,7 @@ namespace {
   switch (address) {
     case reg_5:
       latch = static_cast<std::int16_t>(latch & model.mask5);
-      if (model.is16c5x) follow_latch(in.pin_boxes.cells[0], chip.pina, chip.cpu.trisa, latch, 15);
+      follow_latch(in.pin_boxes.cells[0], chip.pina, chip.cpu.trisa, latch, model.port_a_pins);
       break;
     case reg_6:
       latch = static_cast<std::int16_t>(latch & model.mask6);
@@ -237,7 +237,7 @@ bool refreshed(const chipstate& chip, const inputs& in) {
          normalized_status(chip, chip.regs[reg_status]) == chip.regs[reg_status] &&
          (!in.watchdog_on || chip.wdtlimit == in.wdt_limits[watchdog_divisor(chip)]) &&
          (!counts_pulses || !in.pulse_train || chip.tockiperiod == in.tocki_period) &&
-         (!model.is16c5x || follows(boxes[0], chip.pina, chip.cpu.trisa, chip.regs[reg_5], 15)) &&
+         follows(boxes[0], chip.pina, chip.cpu.trisa, chip.regs[reg_5], model.port_a_pins) &&
          follows(boxes[1], chip.pinb, chip.cpu.trisb, chip.regs[reg_6], 255) &&
          (!model.hasportc || follows(boxes[2], chip.pinc, chip.cpu.trisc, chip.regs[reg_7], 255));
 }

@@ -195,7 +195,7 @@ class letra : public testing::TestWithParam<int> {
 
 TEST_P(letra, no_text_is_cut_in_the_smallest_window_on_any_device) {
   window_->resize(window_->least());
-  for (const char* device : every_device) {
+  for (const auto& [device, model] : catalogue) {
     record_.pick(id::PIC, device);
     fill();
     EXPECT_EQ(cut(), "") << device << ", letters of " << window_->font().pointSizeF() << " pt in a window of "
@@ -204,7 +204,7 @@ TEST_P(letra, no_text_is_cut_in_the_smallest_window_on_any_device) {
 }
 
 TEST_P(letra, nothing_lies_over_anything_else) {
-  for (const char* device : {"16C57", "12C508"}) {
+  for (const auto& [device, model] : catalogue) {
     record_.pick(id::PIC, device);
     fill();
     EXPECT_EQ(overlapping(), "") << device;

@@ -11,7 +11,8 @@ namespace estructura {
 namespace {
 
 TEST_F(ventana_accesible, every_control_has_a_name_and_a_description_on_every_device) {
-  for (const char* model : every_device) {
+  for (const catalogue_row& row : catalogue) {
+    const std::string_view model = row.name;
     device(model);
     for (const control& one : record.look_all()) {
       EXPECT_NE(name(one.which(), one.index()), "") << model << " " << one.name();
@@ -25,7 +26,8 @@ TEST_F(ventana_accesible, every_control_has_a_name_and_a_description_on_every_de
 }
 
 TEST_F(ventana_accesible, no_two_controls_that_take_the_focus_share_a_name) {
-  for (const char* model : every_device) {
+  for (const catalogue_row& row : catalogue) {
+    const std::string_view model = row.name;
     device(model);
     std::map<std::string, std::string> owner;
     for (const control& one : record.look_all()) {

@@ -2,18 +2,20 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <string_view>
 
 #include <QAccessible>
 #include <QApplication>
 #include <QTest>
 
+#include "core/devices.h"
 #include "tests/support/qt_window.h"
 
 namespace estructura {
 
 class ventana_accesible : public support::ventana_real<> {
  protected:
-  void device(const char* name) {
+  void device(std::string_view name) {
     record.pick(id::PIC, name);
     window.actualiza();
   }
@@ -37,9 +39,6 @@ class ventana_accesible : public support::ventana_real<> {
     return line == nullptr ? "(ninguna)" : line->text(QAccessible::Name).toStdString();
   }
 };
-
-inline constexpr std::array<const char*, 7> every_device = {"16C58", "16C57",  "16C56", "16C55",
-                                                            "16C54", "12C509", "12C508"};
 
 inline bool takes_focus(const control& one) {
   return one.is() != kind::label && one.is() != kind::frame && one.is() != kind::picture;

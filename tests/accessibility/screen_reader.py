@@ -415,12 +415,13 @@ def los_nombres_siguen_al_dispositivo(sesion):
     espera("el combo otra vez usable", lambda: "sensitive" in combo.estados)
     while sesion.tabula() != combo:
         pass
-    for dispositivo in ("16C56", "16C55", "16C54", "12C509", "12C508"):
+    while combo.texto != "12C508":
+        anterior = combo.texto
         sesion.teclea(ABAJO)
         espera("la lista abierta", lambda: "expanded" in combo.estados)
         sesion.teclea(ABAJO)
         sesion.teclea(ENTRAR)
-        espera(f"el {dispositivo}", lambda: combo.texto == dispositivo)
+        espera(f"el que sigue al {anterior}", lambda: combo.texto != anterior)
     pin = sesion.el(CASILLA, "Puerto B, bit 3")
     espera("el nombre del pin", lambda: pin.nombre == "GPIO, bit 3")
     espera("el nombre de TRIS", lambda: sesion.el(ROTULO, "TRISB en binario").nombre == "TRIS en binario")

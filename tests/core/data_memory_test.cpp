@@ -12,13 +12,11 @@ namespace estructura {
 namespace {
 
 using support::differences;
-using support::expected_device;
-using support::expected_devices;
 using support::machine;
 using support::readreg;
 using support::writereg;
 
-std::string at(const expected_device& device, int f, int fsr) {
+std::string at(const catalogue_row& device, int f, int fsr) {
   return std::string(device.name) + ", f " + std::to_string(f) + ", FSR " + std::to_string(fsr);
 }
 
@@ -27,21 +25,21 @@ std::int16_t word(int value) {
 }
 
 // Bank 0..3 by the bits of FSR that the device has.
-int bank_of(const expected_device& device, int fsr) {
-  const bool has_bit5 = device.datamask >= 63;
-  const bool has_bit6 = device.datamask >= 127;
+int bank_of(const catalogue_row& device, int fsr) {
+  const bool has_bit5 = device.model.datamask >= 63;
+  const bool has_bit6 = device.model.datamask >= 127;
   return (has_bit5 && (fsr & 0x20) != 0 ? 1 : 0) + (has_bit6 && (fsr & 0x40) != 0 ? 2 : 0);
 }
 
-int page_of(const expected_device& device, int status) {
-  const bool reaches_bit9 = device.progmask >= 1023;
-  const bool reaches_bit10 = device.progmask >= 2047;
+int page_of(const catalogue_row& device, int status) {
+  const bool reaches_bit9 = device.model.progmask >= 1023;
+  const bool reaches_bit10 = device.model.progmask >= 2047;
   return (reaches_bit9 && (status & 0x20) != 0 ? 0x200 : 0) +
          (reaches_bit10 && (status & 0x40) != 0 ? 0x400 : 0);
 }
 
 TEST(fsrbank, is_bits_5_and_6_of_FSR_as_far_as_the_device_has_them) {
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = machine(device.name);
     for (int fsr = 0; fsr < 256; ++fsr) {
       chip.regs[reg_fsr] = word(fsr);
@@ -51,7 +49,7 @@ TEST(fsrbank, is_bits_5_and_6_of_FSR_as_far_as_the_device_has_them) {
 }
 
 TEST(pagebits, are_STATUS_5_and_6_as_far_as_program_memory_reaches) {
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = machine(device.name);
     for (int status = 0; status < 256; ++status) {
       chip.regs[reg_status] = word(status);
@@ -79,19 +77,19 @@ TEST(getbit, is_1_exactly_where_the_bit_is_set) {
 }
 
 // What a read gives and what it does, by the rules of the data address map.
-int expect_low_read(const expected_device& device, chipstate& chip, int a, int fsr_as_read) {
+int expect_low_read(const catalogue_row& device, chipstate& chip, int a, int fsr_as_read) {
   if (a == 4) return fsr_as_read;
-  if (a == 5 && device.is16c5x) chip.regs[5] = chip.pina;
+  if (a == 5 && device.model.is16c5x) chip.regs[5] = chip.pina;
   if (a == 6) chip.regs[6] = chip.pinb;
-  if (a == 7 && device.hasportc) chip.regs[7] = chip.pinc;
+  if (a == 7 && device.model.hasportc) chip.regs[7] = chip.pinc;
   return chip.regs[a];
 }
 
-int expect_read(const expected_device& device, chipstate& chip, int f) {
+int expect_read(const catalogue_row& device, chipstate& chip, int f) {
   const int fsr = chip.regs[4];
   const int bank = bank_of(device, fsr);
   if (f >= 16) return chip.bankregs[bank * 16 + f - 16];
-  if (f > 0) return expect_low_read(device, chip, f, fsr | (255 - device.datamask));
+  if (f > 0) return expect_low_read(device, chip, f, fsr | (255 - device.model.datamask));
   const int a = fsr % 32;
   if (a == 0) return 0;
   if (a >= 16) return chip.bankregs[bank * 16 + a - 16];
@@ -99,7 +97,7 @@ int expect_read(const expected_device& device, chipstate& chip, int f) {
 }
 
 TEST(readreg, reads_every_address_through_every_FSR_on_every_device) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int fsr = 0; fsr < 256; ++fsr)
       for (int f = 0; f < 32; ++f) {
         chipstate chip = machine(device.name);
@@ -111,7 +109,7 @@ TEST(readreg, reads_every_address_through_every_FSR_on_every_device) {
       }
 }
 
-void expect_write(const expected_device& device, chipstate& chip, int f, int value) {
+void expect_write(const catalogue_row& device, chipstate& chip, int f, int value) {
   const int fsr = chip.regs[4];
   const int a = f == 0 ? fsr % 32 : f;
   if (a == 0) return;
@@ -129,7 +127,7 @@ void expect_write(const expected_device& device, chipstate& chip, int f, int val
 }
 
 TEST(writereg, writes_every_address_through_every_FSR_on_every_device) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int fsr = 0; fsr < 256; ++fsr)
       for (int f = 0; f < 32; ++f) {
         chipstate chip = machine(device.name);
@@ -145,7 +143,7 @@ TEST(writereg, writes_every_address_through_every_FSR_on_every_device) {
 }
 
 TEST(writereg, writes_every_value_to_every_low_address) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int f = 1; f < 16; ++f)
       for (int value = 0; value < 256; ++value) {
         chipstate chip = machine(device.name);
@@ -158,7 +156,7 @@ TEST(writereg, writes_every_value_to_every_low_address) {
 }
 
 TEST(writereg, with_W_as_destination_changes_W_alone) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int f = 0; f < 32; ++f)
       for (int value = 0; value < 256; ++value) {
         chipstate chip = machine(device.name);
@@ -241,7 +239,7 @@ TEST(writereg, of_a_port_changes_its_latch_and_not_the_pins) {
 }
 
 TEST(normregs, cuts_every_value_to_the_device_and_shows_the_latches) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int value = 0; value < 256; ++value)
       for (int latches = 0; latches < 4; ++latches) {
         chipstate chip = machine(device.name);
@@ -251,13 +249,13 @@ TEST(normregs, cuts_every_value_to_the_device_and_shows_the_latches) {
         chip.pdlatch = word(latches % 2);
         chip.tolatch = word(latches / 2);
         chipstate wanted = chip;
-        wanted.regs[reg_fsr] = word(value & device.datamask);
-        wanted.regs[reg_5] = word(value & device.mask5);
-        wanted.regs[reg_6] = word(value & device.mask6);
-        wanted.cpu.option = word(value & device.optmask);
-        wanted.cpu.trisa = word(value & device.mask5);
-        wanted.cpu.trisb = word(value & device.mask6);
-        const int other_bits = value & (device.is16c5x ? 0xE7 : 0xA7);
+        wanted.regs[reg_fsr] = word(value & device.model.datamask);
+        wanted.regs[reg_5] = word(value & device.model.mask5);
+        wanted.regs[reg_6] = word(value & device.model.mask6);
+        wanted.cpu.option = word(value & device.model.optmask);
+        wanted.cpu.trisa = word(value & device.model.mask5);
+        wanted.cpu.trisb = word(value & device.model.mask6);
+        const int other_bits = value & (device.model.is16c5x ? 0xE7 : 0xA7);
         wanted.regs[reg_status] = word(other_bits + 8 * chip.pdlatch + 16 * chip.tolatch);
         normregs(chip);
         ASSERT_EQ(differences(wanted, chip), "") << device.name << ", value " << value;

@@ -16,8 +16,6 @@ namespace {
 
 using support::differences;
 using support::execinst;
-using support::expected_device;
-using support::expected_devices;
 using support::machine;
 
 using change = std::function<void(chipstate&)>;
@@ -418,7 +416,7 @@ TEST(execinst, every_word_on_every_device_agrees_with_a_second_reading) {
           },
           stack(0x7FF, 0x3FF), cycles(999'999'998), prescount(5)),
   };
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (std::size_t corner = 0; corner < corners.size(); ++corner)
       for (int word = 0; word < 4096; ++word) {
         chipstate chip = machine(device.name);

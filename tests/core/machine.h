@@ -10,50 +10,20 @@
 // one.
 #pragma once
 
-#include <array>
 #include <gtest/gtest.h>
 #include <string_view>
 
 #include "common/fault.h"
 #include "core/chipstate.h"
+#include "core/devices.h"
 #include "core/each_cycle.h"
 #include "core/step.h"
 
 namespace estructura::support {
 
-/// The device table once more, so that no test compares the table with itself.
-struct expected_device {
-  std::string_view name;
-  int progmask, datamask, optmask, mask5, mask6;
-  bool hasportc, is16c5x;
-};
-inline constexpr std::array<expected_device, 7> expected_devices = {{
-    {"16C58", 2047, 127, 63, 15, 255, false, true},
-    {"16C57", 2047, 127, 63, 15, 255, true, true},
-    {"16C56", 1023, 31, 63, 15, 255, false, true},
-    {"16C55", 1023, 31, 63, 15, 255, true, true},
-    {"16C54", 511, 31, 63, 15, 255, false, true},
-    {"12C509", 1023, 63, 255, 252, 63, false, false},
-    {"12C508", 511, 31, 255, 252, 63, false, false},
-}};
-
-inline device model_of(const expected_device& row) {
-  device model;
-  model.progmask = static_cast<std::int16_t>(row.progmask);
-  model.datamask = static_cast<std::int16_t>(row.datamask);
-  model.optmask = static_cast<std::int16_t>(row.optmask);
-  model.mask5 = static_cast<std::int16_t>(row.mask5);
-  model.mask6 = static_cast<std::int16_t>(row.mask6);
-  model.hasportc = row.hasportc;
-  model.is16c5x = row.is16c5x;
-  return model;
-}
-
 inline chipstate machine(std::string_view name) {
   chipstate chip;
-  for (const expected_device& row : expected_devices)
-    if (row.name == name) chip.devmodel = model_of(row);
-  EXPECT_NE(chip.devmodel.progmask, 0) << "no device " << name;
+  select_device(chip, device_index(name));
   chip.progmem.fill(unprogrammed);
   for (int i = 0; i < chip.regs.size(); ++i) chip.regs[i] = static_cast<std::int16_t>(0x40 + i);
   for (int i = 0; i < chip.bankregs.size(); ++i) chip.bankregs[i] = static_cast<std::int16_t>(0x80 + i);

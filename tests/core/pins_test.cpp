@@ -11,8 +11,6 @@ namespace estructura {
 namespace {
 
 using support::differences;
-using support::expected_device;
-using support::expected_devices;
 using support::machine;
 using support::quiet;
 using support::show_pins_of;
@@ -33,7 +31,7 @@ int followed(int pins, int tris, int latch, int width) {
 }
 
 TEST(regen, lets_the_outputs_of_every_present_port_follow_their_latches) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (const int pattern : {0x00, 0xFF, 0x55, 0xA6, 0x0F})
       for (int tris = 0; tris < 256; ++tris) {
         chipstate chip = machine(device.name);
@@ -44,9 +42,9 @@ TEST(regen, lets_the_outputs_of_every_present_port_follow_their_latches) {
         show_pins_of(chip, view);
         chip.cpu.trisa = chip.cpu.trisb = chip.cpu.trisc = word16(tris);
         chip.regs[5] = chip.regs[6] = chip.regs[7] = word16(pattern);
-        const int a = device.is16c5x ? followed(0x0A, tris, pattern, 8) : 0x0A;
-        const int b = followed(0x2C, tris & device.mask6, pattern & device.mask6, 128);
-        const int c = device.hasportc ? followed(0x99, tris, pattern, 128) : 0x99;
+        const int a = device.model.is16c5x ? followed(0x0A, tris, pattern, 8) : 0x0A;
+        const int b = followed(0x2C, tris & device.model.mask6, pattern & device.model.mask6, 128);
+        const int c = device.model.hasportc ? followed(0x99, tris, pattern, 128) : 0x99;
         regen(chip, view);
         const std::string where = std::string(device.name) + ", TRIS " + std::to_string(tris);
         ASSERT_EQ(chip.pina, a) << where;

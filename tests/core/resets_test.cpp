@@ -14,8 +14,6 @@ namespace estructura {
 namespace {
 
 using support::differences;
-using support::expected_device;
-using support::expected_devices;
 using support::machine;
 
 std::int16_t word16(int value) {
@@ -23,7 +21,7 @@ std::int16_t word16(int value) {
 }
 
 // A machine in the middle of everything.
-chipstate busy(const expected_device& device, int pd, int to) {
+chipstate busy(const catalogue_row& device, int pd, int to) {
   chipstate chip = machine(device.name);
   chip.regs[reg_status] = 0xE7;
   chip.regs[reg_fsr] = 0x1F;
@@ -47,7 +45,7 @@ chipstate busy(const expected_device& device, int pd, int to) {
 }
 
 // What the sequence leaves, field by field.
-chipstate after_reset(const expected_device& device, chipstate chip, int pd, int to, int gpwuf) {
+chipstate after_reset(const catalogue_row& device, chipstate chip, int pd, int to, int gpwuf) {
   chip.resumebp = false;
   chip.cycles = 0;
   chip.firststep = true;
@@ -55,16 +53,16 @@ chipstate after_reset(const expected_device& device, chipstate chip, int pd, int
   chip.pdlatch = word16(pd);
   chip.tolatch = word16(to);
   chip.sleeping = false;
-  chip.cpu.pc = word16(device.progmask);
-  chip.cpu.trisa = word16(device.mask5);
-  chip.cpu.trisb = word16(device.mask6);
+  chip.cpu.pc = word16(device.model.progmask);
+  chip.cpu.trisa = word16(device.model.mask5);
+  chip.cpu.trisb = word16(device.model.mask6);
   chip.cpu.trisc = 255;
-  chip.cpu.option = word16(device.optmask);
+  chip.cpu.option = word16(device.model.optmask);
   chip.stack[0] = chip.stack[1] = 0;
   chip.regs[2] = 255;
   const int page_bits = pd == 1 && to == 1 ? 0 : chip.regs[3] & 0xE0;
   int status = page_bits + (chip.regs[3] & 7) + 8 * pd + 16 * to;
-  if (!device.is16c5x) {
+  if (!device.model.is16c5x) {
     chip.gpwuflatch = word16(gpwuf);
     status = (status & 0x7F) + 128 * gpwuf;
     chip.regs[5] = 0x70;
@@ -73,12 +71,12 @@ chipstate after_reset(const expected_device& device, chipstate chip, int pd, int
   return chip;
 }
 
-std::string named(const expected_device& device, int pd, int to) {
+std::string named(const catalogue_row& device, int pd, int to) {
   return std::string(device.name) + ", /PD " + std::to_string(pd) + ", /TO " + std::to_string(to);
 }
 
 TEST(resetchip, leaves_every_device_as_the_sequence_says_for_all_its_arguments) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int bits = 0; bits < 8; ++bits) {
       const int pd = bits % 2, to = bits / 2 % 2, gpwuf = bits / 4;
       chipstate chip = busy(device, 0, 0);
@@ -89,7 +87,7 @@ TEST(resetchip, leaves_every_device_as_the_sequence_says_for_all_its_arguments) 
 }
 
 TEST(mclr_reset, keeps_both_latches_and_GPWUF) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int bits = 0; bits < 4; ++bits) {
       const int pd = bits % 2, to = bits / 2;
       chipstate chip = busy(device, pd, to);
@@ -100,7 +98,7 @@ TEST(mclr_reset, keeps_both_latches_and_GPWUF) {
 }
 
 TEST(wdt_reset, clears_TO_and_keeps_PD) {
-  for (const expected_device& device : expected_devices)
+  for (const catalogue_row& device : catalogue)
     for (int bits = 0; bits < 4; ++bits) {
       const int pd = bits % 2, to = bits / 2;
       chipstate chip = busy(device, pd, to);
@@ -111,7 +109,7 @@ TEST(wdt_reset, clears_TO_and_keeps_PD) {
 }
 
 TEST(power_on, clears_registers_and_prescaler_and_keeps_pins_and_the_T0CKI_count) {
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = busy(device, 0, 0);
     chipstate cleared = chip;
     cleared.regs.fill(0);

@@ -16,8 +16,6 @@ namespace estructura {
 namespace {
 
 using support::differences;
-using support::expected_device;
-using support::expected_devices;
 using support::machine;
 using support::quiet;
 
@@ -34,18 +32,20 @@ chipstate at_rest(std::string_view name) {
 }
 
 TEST(step, fetches_the_word_at_pc_and_goes_on_behind_it) {
-  for (const expected_device& device : expected_devices)
-    for (const int address : {0, 0x0FF, 0x100, device.progmask - 1, device.progmask}) {
+  for (const catalogue_row& device : catalogue) {
+    const int last = device.model.progmask;
+    for (const int address : {0, 0x0FF, 0x100, last - 1, last}) {
       chipstate chip = at_rest(device.name);
       chip.progmem[address] = 0xC77;
       chip.cpu.pc = word16(address);
       quiet view;
       step(chip, view);
-      const int next = address == device.progmask ? 0 : address + 1;
+      const int next = address == last ? 0 : address + 1;
       EXPECT_EQ(chip.cpu.pc, next) << device.name << " from " << address;
       EXPECT_EQ(chip.regs[reg_pcl], next % 256) << device.name << " from " << address;
       EXPECT_EQ(chip.cpu.w, 0x77) << device.name << " from " << address;
     }
+  }
 }
 
 TEST(step, is_the_instruction_the_watchdog_the_timer_and_the_refresh_in_this_order) {
@@ -157,11 +157,11 @@ TEST(step, over_the_last_word_of_a_small_device_leaves_its_memory_for_a_step) {
 }
 
 TEST(step, with_a_skip_in_the_last_word_goes_on_at_1) {
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = at_rest(device.name);
     chip.regs[8] = 0;
-    chip.cpu.pc = word16(device.progmask);
-    chip.progmem[device.progmask] = 0x608;
+    chip.cpu.pc = word16(device.model.progmask);
+    chip.progmem[device.model.progmask] = 0x608;
     quiet view;
     step(chip, view);
     EXPECT_EQ(chip.cpu.pc, 1) << device.name;
@@ -169,14 +169,14 @@ TEST(step, with_a_skip_in_the_last_word_goes_on_at_1) {
 }
 
 TEST(step, with_a_skip_in_the_last_word_but_one_leaves_pc_behind_the_memory) {
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = at_rest(device.name);
     chip.regs[8] = 0;
-    chip.cpu.pc = word16(device.progmask - 1);
-    chip.progmem[device.progmask - 1] = 0x608;
+    chip.cpu.pc = word16(device.model.progmask - 1);
+    chip.progmem[device.model.progmask - 1] = 0x608;
     quiet view;
     step(chip, view);
-    EXPECT_EQ(chip.cpu.pc, device.progmask == 2047 ? 0 : device.progmask + 1) << device.name;
+    EXPECT_EQ(chip.cpu.pc, device.model.progmask == 2047 ? 0 : device.model.progmask + 1) << device.name;
   }
 }
 
@@ -255,28 +255,29 @@ TEST(step, of_sleep_lets_the_timer_count_a_last_cycle_but_no_pulse) {
 TEST(step, walks_a_program_as_the_second_reading_does) {
   const std::vector<int> program = {0xC05, 0x028, 0xC02, 0x002, 0x2E8, 0xA04, 0x930, 0x1C8,
                                     0xC35, 0x024, 0x3A0, 0x2A4, 0x020, 0x749, 0xA09, 0x3E9};
-  for (const expected_device& device : expected_devices) {
+  for (const catalogue_row& device : catalogue) {
     chipstate chip = at_rest(device.name);
     for (std::size_t i = 0; i < program.size(); ++i)
       chip.progmem[static_cast<int>(i)] = static_cast<std::uint16_t>(program[i]);
     chip.progmem[0x030] = 0x880;
     chip.cpu.pc = 0;
-    chip.regs[reg_5] = word16(device.mask5 & 0x70);
+    chip.regs[reg_5] = word16(device.model.mask5 & 0x70);
     chip.regs[reg_6] = 0;
     quiet view;
     support::show_pins_of(chip, view);
     for (int i = 0; i < 400; ++i) {
       chipstate wanted = chip;
       const int word = wanted.progmem[wanted.cpu.pc];
-      wanted.cpu.pc = word16((wanted.cpu.pc + 1) % (device.progmask + 1));
+      wanted.cpu.pc = word16((wanted.cpu.pc + 1) % (device.model.progmask + 1));
       wanted.regs[reg_pcl] = word16(wanted.cpu.pc % 256);
       if (word != 65535) {
         support::expected_execution(wanted, word);
         support::expected_tick(wanted);
       }
-      wanted.regs[reg_fsr] = word16(wanted.regs[reg_fsr] & device.datamask);
-      wanted.cpu.option = word16(wanted.cpu.option & device.optmask);
-      wanted.regs[reg_status] = word16((wanted.regs[reg_status] & (device.is16c5x ? 0xFF : 0xBF)) | 0x18);
+      wanted.regs[reg_fsr] = word16(wanted.regs[reg_fsr] & device.model.datamask);
+      wanted.cpu.option = word16(wanted.cpu.option & device.model.optmask);
+      wanted.regs[reg_status] =
+          word16((wanted.regs[reg_status] & (device.model.is16c5x ? 0xFF : 0xBF)) | 0x18);
       step(chip, view);
       ASSERT_EQ(differences(wanted, chip), "") << device.name << ", step " << i << ": " << deshex(word);
     }

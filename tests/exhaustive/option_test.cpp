@@ -1,22 +1,16 @@
-// Every value of OPTION on both families: each view that it decides, and the two periods that a refresh works
+// Every value of OPTION on every device: each view that it decides, and the two periods that a refresh works
 // out from it.
 #include <gtest/gtest.h>
 #include <string>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "tests/ui/test_window.h"
 
 namespace estructura {
 namespace {
 
 using support::test_window;
-
-struct family {
-  const char* device;
-  int implemented;  ///< bits of OPTION
-};
-constexpr family families[] = {{"16C58", 0x3F}, {"16C57", 0x3F},  {"16C56", 0x3F}, {"16C55", 0x3F},
-                               {"16C54", 0x3F}, {"12C509", 0xFF}, {"12C508", 0xFF}};
 
 std::string binary(int value, int digits) {
   std::string text;
@@ -41,21 +35,21 @@ divisors divisors_of(int option) {
 }
 
 TEST(option_space, every_value_has_its_binary_view_and_its_line_in_the_list_of_core_registers) {
-  for (const family& f : families) {
-    test_window w(f.device);
+  for (const auto& [device, model] : catalogue) {
+    test_window w(device);
     for (int value = 0; value < 256; ++value) {
       set_option(w, value);
-      const int option = value & f.implemented;
+      const int option = value & (model.is16c5x ? 0x3F : 0xFF);
       ASSERT_EQ(w.chip().cpu.option, option);
-      ASSERT_EQ(w.text("OPT"), f.implemented == 0xFF ? binary(option, 8) : "--" + binary(option, 6));
+      ASSERT_EQ(w.text("OPT"), model.is16c5x ? "--" + binary(option, 6) : binary(option, 8));
       ASSERT_EQ(w.at("RE").rows().at(2), " " + hexstr(option, 2));
     }
   }
 }
 
 TEST(option_space, every_value_gives_the_divisors_and_the_watchdogs_period) {
-  for (const family& f : families) {
-    test_window w(f.device);
+  for (const auto& [device, model] : catalogue) {
+    test_window w(device);
     w.view.click(id::WATCHDOG);
     w.view.poke().wdtcount = 7;
     for (int value = 0; value < 256; ++value) {
@@ -79,9 +73,9 @@ TEST(option_space, every_value_gives_the_divisors_and_the_watchdogs_period) {
 }
 
 TEST(option_space, every_value_names_the_source_of_the_timer_and_opens_what_it_needs) {
-  for (const family& f : families) {
+  for (const auto& [device, model] : catalogue) {
     for (const bool with_frequency : {false, true}) {
-      test_window w(f.device);
+      test_window w(device);
       set_option(w, 0x20);
       // 4,000 kHz * 250 / 500 Hz
       if (with_frequency) w.view.type(id::FR, "500");
@@ -95,7 +89,7 @@ TEST(option_space, every_value_names_the_source_of_the_timer_and_opens_what_it_n
         ASSERT_EQ(w.enabled("FR"), edges) << value;
         ASSERT_EQ(w.enabled("TOCKI"), edges && !with_frequency) << value;
         // GP2 of the 12C50x is the timer's input; on the 16C5x that has a pin of its own.
-        ASSERT_EQ(w.visible("PB(2)"), f.implemented != 0xFF || !edges) << f.device << ' ' << value;
+        ASSERT_EQ(w.visible("PB(2)"), model.is16c5x || !edges) << device << ' ' << value;
         ASSERT_EQ(w.chip().tockiperiod, edges && with_frequency ? wanted_period : 9) << value;
       }
     }

@@ -79,18 +79,18 @@ TEST(salva, cuts_runs_into_records_of_eight_words_in_order) {
 }
 
 TEST(salva, an_empty_memory_is_an_end_record) {
-  for (int index = 0; index < 7; ++index) EXPECT_EQ(written(empty_chip(index)), ":00000001FF\r\n");
+  for (int index = 0; index < device_count; ++index) EXPECT_EQ(written(empty_chip(index)), ":00000001FF\r\n");
 }
 
 TEST(salva, writes_the_last_word_of_the_device_and_none_beyond) {
-  const std::vector<const char*> records = {":020FFE00000AE7", ":020FFE00000AE7", ":0207FE00000AEF",
-                                            ":0207FE00000AEF", ":0203FE00000AF3", ":0207FE00000AEF",
-                                            ":0203FE00000AF3"};
-  for (int index = 0; index < 7; ++index) {
+  for (int index = 0; index < device_count; ++index) {
     chipstate chip = empty_chip(index);
-    for (int a = chip.devmodel.progmask; a < program_words; ++a) support::put(chip, a, {0xA00});
-    EXPECT_EQ(written(chip), std::string(records[static_cast<std::size_t>(index)]) + "\r\n:00000001FF\r\n")
-        << index;
+    const int last = chip.devmodel.progmask;
+    for (int a = last; a < program_words; ++a) support::put(chip, a, {0xA00});
+    const char* const record = last == 0x7FF   ? ":020FFE00000AE7"
+                               : last == 0x3FF ? ":0207FE00000AEF"
+                                               : ":0203FE00000AF3";
+    EXPECT_EQ(written(chip), std::string(record) + "\r\n:00000001FF\r\n") << index;
   }
 }
 

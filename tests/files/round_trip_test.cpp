@@ -33,7 +33,7 @@ TEST(there_and_back, a_saved_memory_loads_again_on_every_device) {
   const support::temporary_folder folder;
   constexpr unsigned seed = 19980712;
   std::mt19937 random(seed);
-  for (int index = 0; index < 7; ++index) {
+  for (int index = 0; index < device_count; ++index) {
     for (const unsigned percent : {0U, 5U, 50U, 95U, 100U}) {
       chipstate chip = support::empty_chip(index);
       support::fill_at_random(chip, chip.devmodel.progmask, percent, random);

@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                       .string();
   std::ofstream(path, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  for (const int row : {1, 6}) {
+  for (const int row : {device_index("16C57"), device_index("12C508")}) {
     chipstate chip;
     select_device(chip, row);
     chip.progmem.fill(unprogrammed);

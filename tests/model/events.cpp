@@ -14,8 +14,8 @@ namespace estructura::second_model {
 
 namespace {
 
-const model_device& device_of(const machine_pair& two) {
-  return model_devices[static_cast<std::size_t>(two.slow.device)];
+const device& device_of(const machine_pair& two) {
+  return catalogue[static_cast<std::size_t>(two.slow.device)].model;
 }
 
 template <class Quick>
@@ -49,7 +49,7 @@ void wdt(random_source& /*chance*/, machine_pair& two) {
 
 /// A box that is an input takes its other state.
 void click_pin(random_source& chance, machine_pair& two) {
-  const int port = device_of(two).is16c5x ? static_cast<int>(chance.below(3)) : 1;
+  const int port = device_of(two).port_a_pins != 0 ? static_cast<int>(chance.below(3)) : 1;
   const int bit = static_cast<int>(chance.below(port == 0 ? 4 : 8));
   const auto at = static_cast<std::size_t>(port);
   const bool present = port < 2 || device_of(two).hasportc;
@@ -79,7 +79,7 @@ void type_bank_register(random_source& chance, machine_pair& two) {
 void type_core_register(random_source& chance, machine_pair& two) {
   model_state& m = two.slow;
   core_registers& cpu = two.chip.cpu;
-  const model_device& row = device_of(two);
+  const device& row = device_of(two);
   switch (chance.below(6)) {
     case 0: store(m.pc, cpu.pc, chance.below(row.progmask + 1)); break;
     case 1: store(m.w, cpu.w, chance.below(256)); break;
@@ -131,9 +131,10 @@ void type_instruction(random_source& chance, machine_pair& two) {
 
 void choose_device(random_source& chance, machine_pair& two) {
   if (two.slow.config_open == 0 || !chance.one_in(4)) return;
-  two.slow.device = chance.below(7);
+  two.slow.device = chance.below(device_count);
   select_device(two.chip, static_cast<int>(two.slow.device));
-  if (!device_of(two).is16c5x) type_frequencies(two, 4000, two.slow.fr);
+  const double internal_khz = device_of(two).internal_khz;
+  if (internal_khz != 0) type_frequencies(two, internal_khz, two.slow.fr);
   resetchip(two.slow, 1, 1, 0);
   estructura::resetchip(two.chip, 1, 1, 0);
   two.act({action_kind::refresh});

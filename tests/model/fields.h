@@ -2,7 +2,8 @@
 //
 //   each_field(slow, chip, window, [](const char* name, int index, auto& slow, auto& quick) { ... });
 //
-// `index` is -1 for a field that is no array. The device comes apart: the slow machine knows it by its row.
+// `index` is -1 for a field that is no array. The device is not here: the slow machine
+// knows it by its row.
 #pragma once
 
 #include <cstddef>
@@ -58,17 +59,6 @@ void each_field(Slow& m, Chip& chip, Window& window, F&& f) {
   f("configuration locked, times", -1, m.locks, window.locks);
   f("watchdog warnings", -1, m.warnings, window.warnings);
   f("stops at breakpoints", -1, m.stops, window.stops);
-}
-
-template <class Chip, class F>
-void each_device_field(const model_device& row, Chip& chip, F&& f) {
-  f("devmodel.progmask", -1, row.progmask, chip.devmodel.progmask);
-  f("devmodel.datamask", -1, row.datamask, chip.devmodel.datamask);
-  f("devmodel.optmask", -1, row.optmask, chip.devmodel.optmask);
-  f("devmodel.mask5", -1, row.mask5, chip.devmodel.mask5);
-  f("devmodel.mask6", -1, row.mask6, chip.devmodel.mask6);
-  f("devmodel.hasportc", -1, row.hasportc, chip.devmodel.hasportc);
-  f("devmodel.is16c5x", -1, row.is16c5x, chip.devmodel.is16c5x);
 }
 
 }  // namespace estructura::second_model

@@ -59,7 +59,7 @@ long pagebits(const model_machine& m) {
 
 bool is_port(const model_machine& m, long address) {
   switch (address) {
-    case 5: return dev(m).is16c5x;
+    case 5: return dev(m).port_a_pins != 0;
     case 6: return true;
     case 7: return dev(m).hasportc;
     default: return false;
@@ -99,7 +99,7 @@ void normregs(model_machine& m) {
   m.tris[1] &= dev(m).mask6;
   m.regs[3] = setbit(m.regs[3], 3, m.pdlatch);
   m.regs[3] = setbit(m.regs[3], 4, m.tolatch);
-  if (!dev(m).is16c5x) m.regs[3] &= 191;
+  m.regs[3] &= dev(m).status_mask;
 }
 
 }  // namespace estructura::second_model

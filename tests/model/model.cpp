@@ -4,18 +4,6 @@
 
 namespace estructura::second_model {
 
-// clang-format off
-const std::array<model_device, 7> model_devices = {{
-    {"16C58",  0x7FF, 0x7F, 0x3F, 0x0F, 0xFF, false, true},
-    {"16C57",  0x7FF, 0x7F, 0x3F, 0x0F, 0xFF, true,  true},
-    {"16C56",  0x3FF, 0x1F, 0x3F, 0x0F, 0xFF, false, true},
-    {"16C55",  0x3FF, 0x1F, 0x3F, 0x0F, 0xFF, true,  true},
-    {"16C54",  0x1FF, 0x1F, 0x3F, 0x0F, 0xFF, false, true},
-    {"12C509", 0x3FF, 0x3F, 0xFF, 0xFC, 0x3F, false, false},
-    {"12C508", 0x1FF, 0x1F, 0xFF, 0xFC, 0x3F, false, false},
-}};
-// clang-format on
-
 namespace {
 
 // --- Timer0 and watchdog
@@ -79,8 +67,8 @@ void wake_up(model_machine& m) {
 }
 
 bool wakes(const model_machine& m, int port, int bit) {
-  const bool pin = port == 1 && (bit == 0 || bit == 1 || bit == 3);
-  return pin && !dev(m).is16c5x && m.sleeping != 0 && getbit(m.option, 7) == 0;
+  const bool pin = port == 1 && getbit(dev(m).waking_pins, bit) == 1;
+  return pin && m.sleeping != 0 && getbit(m.option, 7) == 0;
 }
 
 bool port_present(const model_machine& m, int port) {
@@ -88,7 +76,7 @@ bool port_present(const model_machine& m, int port) {
 }
 
 void follow_latch(model_machine& m, int port, int bit) {
-  if (!port_present(m, port) || (port == 0 && bit > 3)) return;
+  if (!port_present(m, port) || (port == 0 && getbit(dev(m).port_a_pins, bit) == 0)) return;
   const bool input = getbit(cell(m.tris, port), bit) == 1;
   const long latch = getbit(cell(m.regs, port + 5), bit);
   if (!input && getbit(cell(m.boxes, port), bit) != latch) pin_click(m, port, bit, latch == 1);
@@ -160,11 +148,11 @@ void resetchip(model_machine& m, long pd, long to, long gpwuf) {
   if (pd == 1 && to == 1) m.regs[3] &= 31;
   m.regs[3] = setbit(m.regs[3], 3, pd);
   m.regs[3] = setbit(m.regs[3], 4, to);
-  if (!dev(m).is16c5x) {
+  if (dev(m).waking_pins != 0) {
     m.gpwuflatch = gpwuf;
     m.regs[3] = setbit(m.regs[3], 7, gpwuf);
-    m.regs[5] = 112;
   }
+  if (!is_port(m, 5)) m.regs[5] = dev(m).osccal_at_reset;
 }
 
 void regen(model_machine& m) {

@@ -1,8 +1,9 @@
 // A second machine, slow and plain, to hold the quick one of core/ against. Every rule of the chip is one
-// small function that reads as the rule is told; nothing is shared with core/, neither tables nor types.
+// small function that reads as the rule is told; of core/ it takes the columns of the device catalogue and
+// nothing else, no function and no type.
 //
 //   second_model::model_machine m;
-//   m.device = 6;                     // 12C508
+//   m.device = 6;                     // row of the catalogue: 12C508
 //   m.progmem[511] = 0xC05;
 //   second_model::resetchip(m, 1, 1, 0);
 //   second_model::step(m);                  // m.w is 5
@@ -13,23 +14,10 @@
 
 #include <array>
 #include <stdexcept>
-#include <string_view>
+
+#include "core/devices.h"
 
 namespace estructura::second_model {
-
-struct model_device {
-  std::string_view name;
-  long progmask;
-  long datamask;
-  long optmask;
-  long mask5;
-  long mask6;
-  bool hasportc;
-  bool is16c5x;
-};
-
-/// The seven devices in the order of the device list.
-extern const std::array<model_device, 7> model_devices;
 
 /// A counter or an index has left its range; the machine stays as it was at that moment.
 struct overflow : std::runtime_error {
@@ -38,7 +26,7 @@ struct overflow : std::runtime_error {
 
 /// All that an action may change. A copy is cheap next to that of the program.
 struct model_state {
-  long device = 1;  ///< row of `model_devices`
+  long device = default_device;  ///< row of `catalogue`
 
   std::array<long, 16> regs{};
   std::array<long, 64> bankregs{};

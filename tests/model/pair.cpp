@@ -15,8 +15,8 @@ namespace estructura::second_model {
 
 namespace {
 
-const model_device& row_of(const model_state& m) {
-  return model_devices[static_cast<std::size_t>(m.device)];
+const catalogue_row& row_of(const model_state& m) {
+  return catalogue[static_cast<std::size_t>(m.device)];
 }
 
 constexpr auto take_over = [](const char*, int, const auto& slow, auto& quick) {
@@ -86,7 +86,7 @@ void machine_pair::load(const model_machine& start) {
 void machine_pair::load_state(const model_state& start) {
   static_cast<model_state&>(slow) = start;
   each_field(slow, chip, window, take_over);
-  each_device_field(row_of(slow), chip, take_over);
+  chip.devmodel = row_of(slow).model;
   window.type_frequencies(slow.frec, slow.fr);
   slow_fault = false;
   quick_fault = false;
@@ -182,8 +182,7 @@ bool machine_pair::same() const {
     equal &= static_cast<long>(wanted) == static_cast<long>(got);
   };
   each_field(slow, chip, window, compare);
-  each_device_field(row_of(slow), chip, compare);
-  return equal && same_program(program_, chip);
+  return equal && chip.devmodel == row_of(slow).model && same_program(program_, chip);
 }
 
 std::string machine_pair::differences() const {
@@ -196,7 +195,7 @@ std::string machine_pair::differences() const {
   };
   compare("fault", -1, slow_fault, quick_fault);
   each_field(slow, chip, window, compare);
-  each_device_field(row_of(slow), chip, compare);
+  if (chip.devmodel != row_of(slow).model) out << "\n  devmodel is not that of the " << row_of(slow).name;
   if (slow.frec != window.frec) out << "\n  FREC: wanted " << slow.frec << ", got " << window.frec;
   if (slow.fr != window.fr) out << "\n  FR: wanted " << slow.fr << ", got " << window.fr;
   if (!same_program(program_, chip)) out << "\n  program memory or breakpoints were written to";

@@ -57,7 +57,7 @@ class journey {
  private:
   void begin() {
     model_machine start;
-    static_cast<model_state&>(start) = random_state(chance_, chance_.below(7));
+    static_cast<model_state&>(start) = random_state(chance_, chance_.below(device_count));
     start.config_open = 1;
     start.sleeping = 0;
     start.wdtcount = std::min(start.wdtcount, start.wdtlimit);

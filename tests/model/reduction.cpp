@@ -86,7 +86,8 @@ test_case reduce(test_case one) {
   });
   while (reduce_numbers(one)) {
   }
-  if (one.before.device != 1) try_change(one, [](test_case& c) { c.before.device = 1; });
+  if (one.before.device != default_device)
+    try_change(one, [](test_case& c) { c.before.device = default_device; });
   if (one.before.pc != 0) try_change(one, move_to_start);
   if (one.before.frec != 4000) try_change(one, [](test_case& c) { c.before.frec = 4000; });
   if (one.before.fr != 0) try_change(one, [](test_case& c) { c.before.fr = 0; });
@@ -99,7 +100,7 @@ std::string describe(const model_machine& one) {
   model_machine shown = one;
   std::ostringstream out;
   const int word = word_at_pc(shown);
-  out << "a " << model_devices[static_cast<std::size_t>(one.device)].name;
+  out << "a " << catalogue[static_cast<std::size_t>(one.device)].name;
   out << ", at pc the word " << std::hex << word << std::dec << "  "
       << (word == unprogrammed_word ? "unprogrammed" : deshex(word)) << "\nfrom";
   model_machine plain = neutral();

@@ -51,8 +51,8 @@ inline long setbit(long value, long n, long on) {
   return on != 0 ? (value | (1L << n)) : (value & (255 - (1L << n)));
 }
 
-inline const model_device& dev(const model_machine& m) {
-  return cell(model_devices, m.device);
+inline const device& dev(const model_machine& m) {
+  return cell(catalogue, m.device).model;
 }
 
 // Data memory and cycles.

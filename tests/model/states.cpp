@@ -25,7 +25,7 @@ void fill_bytes(random_source& chance, Cells& cells) {
   }
 }
 
-long random_pc(random_source& chance, const model_device& row) {
+long random_pc(random_source& chance, const device& row) {
   constexpr std::array<long, 10> edges = {0, 255, 256, 510, 511, 512, 1023, 1024, 2046, 2047};
   switch (chance.below(8)) {
     case 0: return chance.one_of(edges);
@@ -94,7 +94,7 @@ void set_pins(random_source& chance, model_state& m) {
 }
 
 void set_registers(random_source& chance, model_state& m) {
-  const model_device& row = model_devices[static_cast<std::size_t>(m.device)];
+  const device& row = catalogue[static_cast<std::size_t>(m.device)].model;
   fill_bytes(chance, m.regs);
   fill_bytes(chance, m.bankregs);
   fill_bytes(chance, m.tris);

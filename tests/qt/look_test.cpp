@@ -18,6 +18,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "core/devices.h"
 #include "tests/support/qt_window.h"
 #include "ui/qt/colores.h"
 #include "ui/qt/lista.h"
@@ -48,7 +49,7 @@ class aspecto : public support::ventana_real<> {
     record.refresh();
     window.actualiza();
   }
-  void choose_device(const char* name) {
+  void choose_device(std::string_view name) {
     record.pick(id::PIC, name);
     window.actualiza();
     QCoreApplication::processEvents();
@@ -489,7 +490,7 @@ TEST_F(aspecto, the_margins_stand_beside_the_map_as_high_as_it) {
 TEST_F(aspecto, nothing_stands_elsewhere_on_another_device) {
   QCoreApplication::processEvents();
   const auto before = places();
-  for (const char* device : {"12C508", "12C509", "16C54", "16C55"}) {
+  for (const auto& [device, model] : catalogue) {
     choose_device(device);
     for (const auto& [name, place] : places()) {
       const auto there = before.find(name);

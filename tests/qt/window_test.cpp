@@ -29,6 +29,7 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include "core/devices.h"
 #include "tests/support/hang.h"
 #include "tests/support/qt_window.h"
 #include "ui/qt/dialogo_ficheros.h"
@@ -101,7 +102,7 @@ class ventana_abierta : public support::ventana_real<> {
 // --- size and keyboard ---
 
 TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
-  for (const char* device : {"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"}) {
+  for (const auto& [device, model] : catalogue) {
     record.pick(id::PIC, device);
     window.actualiza();
     EXPECT_LE(window.least().width(), 1366) << device;

@@ -20,8 +20,6 @@ namespace {
 
 using support::temporary_folder;
 
-constexpr int device_count = 7;
-
 chipstate chip_of(int device_index) {
   chipstate chip;
   select_device(chip, device_index);

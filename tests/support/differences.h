@@ -52,6 +52,12 @@ inline std::string differences(const chipstate& wanted, const chipstate& got) {
   of_device("devmodel.mask6", &device::mask6);
   of_device("devmodel.hasportc", &device::hasportc);
   of_device("devmodel.is16c5x", &device::is16c5x);
+  of_device("devmodel.status_mask", &device::status_mask);
+  of_device("devmodel.port_a_pins", &device::port_a_pins);
+  of_device("devmodel.osccal_at_reset", &device::osccal_at_reset);
+  of_device("devmodel.waking_pins", &device::waking_pins);
+  of_device("devmodel.internal_khz", &device::internal_khz);
+  of_device("devmodel.shares_pins", &device::shares_pins);
   cells("progmem", &chipstate::progmem);
   cells("breakpts", &chipstate::breakpts);
   cells("regs", &chipstate::regs);

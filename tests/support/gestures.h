@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "ui/inventory.h"
 
 namespace estructura::support {
@@ -86,7 +87,6 @@ gesture gesture_in_text(Chance& chance, gesture one) {
 template <class Chance>
 gesture gesture_on(Chance& chance, id which) {
   constexpr int lines = 2049;
-  constexpr int devices = 7;
   constexpr int heights = 2100;
   gesture one;
   one.which = which;
@@ -103,7 +103,7 @@ gesture gesture_on(Chance& chance, id which) {
       break;
     case kind::combo:
       one.what = gesture::action::pick;
-      one.place = chance.below(devices);
+      one.place = chance.below(device_count);
       break;
     case kind::picture:
       one.what = gesture::action::press;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "tests/support/differences.h"
 #include "tests/ui/test_window.h"
 
@@ -12,20 +13,6 @@ namespace estructura {
 namespace {
 
 using support::test_window;
-
-struct row {
-  const char* device;
-  int words;
-  int banks;
-  bool portc, is16c5x;
-  int map_scale;
-};
-const std::vector<row> devices = {
-    {"16C58", 2048, 4, false, true, 2050}, {"16C57", 2048, 4, true, true, 2050},
-    {"16C56", 1024, 1, false, true, 1026}, {"16C55", 1024, 1, true, true, 1026},
-    {"16C54", 512, 1, false, true, 513},   {"12C509", 1024, 2, false, false, 1026},
-    {"12C508", 512, 1, false, false, 513},
-};
 
 TEST(start, finds_a_reset_16C57_with_nothing_programmed) {
   test_window w;
@@ -49,8 +36,9 @@ TEST(start, finds_a_reset_16C57_with_nothing_programmed) {
 
 TEST(start, offers_the_devices_in_order) {
   test_window w;
-  EXPECT_EQ(w.at("PIC").rows(),
-            (std::vector<std::string>{"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"}));
+  std::vector<std::string> names;
+  for (const catalogue_row& row : catalogue) names.emplace_back(row.name);
+  EXPECT_EQ(w.at("PIC").rows(), names);
   EXPECT_EQ(w.text("PIC"), "16C57");
 }
 
@@ -62,44 +50,50 @@ TEST(start, fills_the_address_columns) {
 }
 
 TEST(device, shows_what_it_has_whatever_was_shown_before) {
-  for (const row& from : devices)
-    for (const row& to : devices) {
-      test_window w(from.device);
-      w.view.pick(id::PIC, to.device);
+  for (const catalogue_row& from : catalogue)
+    for (const auto& [device, model] : catalogue) {
+      test_window w(from.name);
+      w.view.pick(id::PIC, device);
+      const int words = model.progmask + 1;
       std::set<std::string> hidden = {"lst"};
       const auto hide = [&](bool when, std::initializer_list<const char*> names) {
         if (when) hidden.insert(names.begin(), names.end());
       };
-      hide(!to.portc,
+      hide(!model.hasportc,
            {"PC(0)", "PC(1)", "PC(2)", "PC(3)", "PC(4)", "PC(5)", "PC(6)", "PC(7)", "lp(2)", "BPC", "TRISC"});
       // OPTION as reset counts T0CKI, and on the 12C50x that is GP2.
-      hide(!to.is16c5x,
+      hide(!model.is16c5x,
            {"PB(2)", "PB(6)", "PB(7)", "lp(0)", "PA(0)", "PA(1)", "PA(2)", "PA(3)", "BPA", "TRISA"});
-      hide(to.is16c5x, {"fext", "CMCLR"});
-      hide(to.banks < 4, {"MD(2)", "MD(3)", "lpag(2)", "lpag(3)"});
-      hide(to.banks < 2, {"MD(1)", "lpag(1)", "PAGFSR"});
+      hide(model.is16c5x, {"fext", "CMCLR"});
+      hide(model.datamask < 127, {"MD(2)", "MD(3)", "lpag(2)", "lpag(3)"});
+      hide(model.datamask < 63, {"MD(1)", "lpag(1)", "PAGFSR"});
       std::set<std::string> found;
       for (const control& c : w.view.look_all())
         if (!c.visible()) found.insert(c.name());
-      EXPECT_EQ(found, hidden) << to.device << " after " << from.device;
+      EXPECT_EQ(found, hidden) << device << " after " << from.name;
 
-      EXPECT_EQ(w.at("MP").count(), to.words) << to.device;
-      EXPECT_EQ(w.at("MP").row(), to.words - 1) << to.device;
-      EXPECT_EQ(w.text("direc"), hexstr(to.words - 1, 3)) << to.device;
-      EXPECT_EQ(w.view.look_map().scale, to.map_scale) << to.device;
-      EXPECT_EQ(w.text("lp(1)"), to.is16c5x ? "PB" : "GPIO");
-      EXPECT_EQ(w.text("lstatus"), to.is16c5x ? "210odZDC" : "G-0odZDC");
+      EXPECT_EQ(w.at("MP").count(), words) << device;
+      EXPECT_EQ(w.at("MP").row(), words - 1) << device;
+      EXPECT_EQ(w.text("direc"), hexstr(words - 1, 3)) << device;
+      EXPECT_EQ(w.view.look_map().scale, words == 512 ? 513 : words + 2) << device;
+      EXPECT_EQ(w.text("lp(1)"), model.is16c5x ? "PB" : "GPIO");
+      EXPECT_EQ(w.text("lstatus"), model.is16c5x ? "210odZDC" : "G-0odZDC");
       EXPECT_EQ(w.at("lstatus").tip(),
-                to.is16c5x ? "PS2-PS1-PS0-/TO-/PD-Z-D-C" : "GPWUF-*-PS0-/TO-/PD-Z-D-C");
-      EXPECT_EQ(w.text("loption"), to.is16c5x ? "--CSA210" : "WPCSA210");
+                model.is16c5x ? "PS2-PS1-PS0-/TO-/PD-Z-D-C" : "GPWUF-*-PS0-/TO-/PD-Z-D-C");
+      EXPECT_EQ(w.text("loption"), model.is16c5x ? "--CSA210" : "WPCSA210");
       EXPECT_EQ(w.at("loption").tip(),
-                to.is16c5x ? "*-*-TOCS-TOSE-PSA-PS2-PS1-PS0" : "/GPWU-/GPPU-TOCS-TOSE-PSA-PS2-PS1-PS0");
-      std::vector<std::string> names = {
-          "INDF", "TMR0", "PCL", "STATUS", "FSR", to.is16c5x ? "PA" : "OSCCAL", to.is16c5x ? "PB" : "GPIO"};
-      if (to.portc) names.emplace_back("PC");
-      EXPECT_EQ(w.at("nombres").rows(), names) << to.device;
-      EXPECT_EQ(w.enabled("MCLR"), to.is16c5x) << to.device;
-      EXPECT_EQ(w.enabled("FREC"), to.is16c5x) << to.device;
+                model.is16c5x ? "*-*-TOCS-TOSE-PSA-PS2-PS1-PS0" : "/GPWU-/GPPU-TOCS-TOSE-PSA-PS2-PS1-PS0");
+      std::vector<std::string> names = {"INDF",
+                                        "TMR0",
+                                        "PCL",
+                                        "STATUS",
+                                        "FSR",
+                                        model.is16c5x ? "PA" : "OSCCAL",
+                                        model.is16c5x ? "PB" : "GPIO"};
+      if (model.hasportc) names.emplace_back("PC");
+      EXPECT_EQ(w.at("nombres").rows(), names) << device;
+      EXPECT_EQ(w.enabled("MCLR"), model.is16c5x) << device;
+      EXPECT_EQ(w.enabled("FREC"), model.is16c5x) << device;
     }
 }
 

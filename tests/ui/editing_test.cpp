@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "tests/support/differences.h"
 #include "tests/ui/test_window.h"
 
@@ -16,8 +17,6 @@ using support::test_window;
 std::int16_t word16(int value) {
   return static_cast<std::int16_t>(value);
 }
-
-constexpr const char* devices[] = {"16C58", "16C57", "16C56", "16C55", "16C54", "12C509", "12C508"};
 
 // The panel after a click on a register.
 void expect_panel(test_window& w, int code, const std::string& caption, const std::string& value) {
@@ -32,9 +31,9 @@ void expect_panel(test_window& w, int code, const std::string& caption, const st
 }
 
 TEST(edit, of_a_common_register_names_it_and_shows_its_value) {
-  for (const char* device : devices) {
+  for (const auto& [device, model] : catalogue) {
     test_window w(device);
-    const bool is16c5x = w.chip().devmodel.is16c5x;
+    const bool is16c5x = model.is16c5x;
     for (int k = 0; k < 16; ++k) {
       w.view.poke().regs[k] = word16(0x80 + k);
       if (k == 5) w.view.poke().regs[k] = 0x0C;
@@ -95,15 +94,15 @@ int limit_of(int code, const device& model) {
 }
 
 TEST(edit, takes_exactly_the_values_within_the_limit_of_the_register) {
-  for (const char* device : devices) {
-    test_window w(device);
+  for (const catalogue_row& row : catalogue) {
+    test_window w(row.name);
     const auto try_values = [&](int code) {
       ASSERT_EQ(w.at("dirdat").tag(), std::to_string(code));
       for (int value = 0; value <= 0x900; value += value < 0x140 ? 1 : 7) {
-        bool takes = value <= limit_of(code, w.chip().devmodel);
-        if (code == 5 && !w.chip().devmodel.is16c5x && value % 4 != 0) takes = false;
+        bool takes = value <= limit_of(code, row.model);
+        if (code == 5 && !row.model.is16c5x && value % 4 != 0) takes = false;
         w.view.type(id::dat, hexstr(value, 3));
-        ASSERT_EQ(w.enabled("entrardat"), takes) << device << ", target " << code << ", value " << value;
+        ASSERT_EQ(w.enabled("entrardat"), takes) << row.name << ", target " << code << ", value " << value;
       }
     };
     for (const int k : {0, 3, 4, 5, 6, 8}) {
@@ -114,7 +113,7 @@ TEST(edit, takes_exactly_the_values_within_the_limit_of_the_register) {
     try_values(18);
     for (int line = 0; line < w.at("RE").count(); ++line) {
       w.view.click_row(id::RE, 0, line);
-      const bool tris = std::string(device).starts_with("12C") && line == 3;
+      const bool tris = !row.model.is16c5x && line == 3;
       try_values(128 + (tris ? 4 : line));
     }
   }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "tests/support/differences.h"
 #include "tests/ui/test_window.h"
 #include "ui/format.h"
@@ -138,8 +139,9 @@ std::uint16_t random_word(std::mt19937& random) {
 TEST(run, ends_in_the_same_window_whether_somebody_looked_or_not) {
   constexpr unsigned seed = 20260701;
   std::mt19937 random(seed);
-  for (const char* device : {"16C57", "16C54", "12C509", "12C508"})
-    for (int program = 0; program < 50; ++program) {
+  for (const catalogue_row& row : catalogue)
+    for (int program = 0; program < 30; ++program) {
+      const std::string_view device = row.name;
       test_window looked(device);
       test_window unseen(device);
       chipstate& chip = looked.view.poke();

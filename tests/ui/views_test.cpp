@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/text.h"
+#include "core/devices.h"
 #include "tests/ui/test_window.h"
 #include "ui/format.h"
 
@@ -81,7 +82,7 @@ TEST(view, stays_as_it_was_until_the_refresh) {
 }
 
 TEST(view, of_data_memory_shows_every_register_of_every_bank) {
-  for (const char* device : {"16C57", "16C54", "12C509"}) {
+  for (const auto& [device, model] : catalogue) {
     test_window w(device);
     chipstate& chip = w.view.poke();
     for (int i = 0; i < 16; ++i) chip.regs[i] = word16(0xA0 + i);
@@ -89,12 +90,11 @@ TEST(view, of_data_memory_shows_every_register_of_every_bank) {
     w.view.refresh();
     std::vector<std::string> common;
     for (int i = 0; i < 16; ++i) common.push_back(hexstr(0xA0 + i, 2));
-    const bool four_bit_port = std::string(device) != "12C509";
     common[0] = "**";
     common[3] = "BB";  // /TO and /PD as latched
-    common[4] = hexstr(0xA4 & chip.devmodel.datamask, 2);
-    common[5] = four_bit_port ? "-5" : "A4";
-    common[6] = four_bit_port ? "A6" : "26";
+    common[4] = hexstr(0xA4 & model.datamask, 2);
+    common[5] = model.is16c5x ? "-5" : "A4";
+    common[6] = model.is16c5x ? "A6" : "26";
     EXPECT_EQ(w.at("MDP").rows(), common) << device;
     for (int b = 0; b < 4; ++b) {
       std::vector<std::string> bank;
