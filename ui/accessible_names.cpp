@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/text.h"
+#include "ui/device_texts.h"
 
 namespace estructura {
 
@@ -151,14 +152,15 @@ void replace_all(std::string& text, std::string_view what, std::string_view with
     text.replace(at, what.size(), with);
 }
 
-std::string port_of(const control& record, bool is16c5x) {
+std::string_view port_of(const control& record, const family& of) {
+  const auto& ports = texts_of(of).ports;
   switch (record.which()) {
     case id::PB:
-    case id::BPB: return port_name(1, is16c5x);
+    case id::BPB: return ports[1];
     case id::PC:
-    case id::BPC: return port_name(2, is16c5x);
-    case id::lp: return port_name(record.index(), is16c5x);
-    default: return port_name(0, is16c5x);
+    case id::BPC: return ports[2];
+    case id::lp: return ports[static_cast<std::size_t>(record.index())];
+    default: return ports[0];
   }
 }
 
@@ -168,13 +170,13 @@ std::string caption_of(const control& record) {
   return caption;
 }
 
-std::string filled_in(std::string_view pattern, const control& record, bool is16c5x) {
+std::string filled_in(std::string_view pattern, const control& record, const family& of) {
   std::string text(pattern);
   if (text.find('%') == std::string::npos) return text;
   // What is filled in holds no further sign, but for captions and tool-tips, which come last.
   replace_all(text, "%n", std::to_string(record.index()));
-  replace_all(text, "%p", port_of(record, is16c5x));
-  replace_all(text, "%r", is16c5x ? "TRISB" : "TRIS");
+  replace_all(text, "%p", port_of(record, of));
+  replace_all(text, "%r", texts_of(of).tris6);
   replace_all(
       text, "%s",
       record.enabled() ? "Pin de entrada. Marcada, está a 1." : "Pin de salida, lo pone el programa.");
@@ -185,17 +187,12 @@ std::string filled_in(std::string_view pattern, const control& record, bool is16
 
 }  // namespace
 
-std::string port_name(int port, bool is16c5x) {
-  if (port == 1 && !is16c5x) return "GPIO";
-  return std::string("Puerto ") + static_cast<char>('A' + port);
+std::string accessible_name(const control& record, const family& of) {
+  return filled_in(texts_of(record.which()).name, record, of);
 }
 
-std::string accessible_name(const control& record, bool is16c5x) {
-  return filled_in(texts_of(record.which()).name, record, is16c5x);
-}
-
-std::string accessible_description(const control& record, bool is16c5x) {
-  return filled_in(texts_of(record.which()).description, record, is16c5x);
+std::string accessible_description(const control& record, const family& of) {
+  return filled_in(texts_of(record.which()).description, record, of);
 }
 
 bool accessible_texts_vary(id which) {

@@ -2,9 +2,10 @@
 // address, its register's name and its value, and of the map what it shows. Without a toolkit: every front
 // end applies the same texts.
 //
-//   accessible_name(window.look(id::PB, 3), true)          -> "Puerto B, bit 3"; "GPIO, bit 3" on a 12C50x
-//   accessible_description(window.look(id::PB, 3), true)   -> "Pin de entrada. Marcada, está a 1."
-//   accessible_row(window, id::MD, 1, 2)                   -> "dirección 12, banco 1, script_value 3F"
+//   const device& model = window.chip().devmodel;
+//   accessible_name(window.look(id::PB, 3), model)          -> "Puerto B, bit 3"; "GPIO, bit 3" on a 12C50x
+//   accessible_description(window.look(id::PB, 3), model)   -> "Pin de entrada. Marcada, está a 1."
+//   accessible_row(window, id::MD, 1, 2)                    -> "dirección 12, banco 1, script_value 3F"
 //
 // The texts are one table, which does not compile with a control missing. Tool-tips are another matter: they
 // are shown to those who see. What an action changed is told by ui/announcement.h.
@@ -19,8 +20,8 @@
 
 namespace estructura {
 
-[[nodiscard]] std::string accessible_name(const control& record, bool is16c5x);
-[[nodiscard]] std::string accessible_description(const control& record, bool is16c5x);
+[[nodiscard]] std::string accessible_name(const control& record, const family& of);
+[[nodiscard]] std::string accessible_description(const control& record, const family& of);
 /// Whether either text follows the record: most do not, and the values change at every frame of a run.
 [[nodiscard]] bool accessible_texts_vary(id which);
 /// A line of a list; empty where the text that is shown says it all.
@@ -30,8 +31,6 @@ inline constexpr std::string_view accessible_row_changed = ", ha cambiado";
 /// What the map shows, to be said before its description.
 [[nodiscard]] std::string accessible_map(const map_view& map);
 
-/// "Puerto A" for 0 and so on; "GPIO" for the one port of the 12C50x.
-[[nodiscard]] std::string port_name(int port, bool is16c5x);
 /// A value as it is read aloud: the signs before it only align it.
 [[nodiscard]] std::string bare_value(std::string_view shown);
 

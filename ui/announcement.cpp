@@ -9,6 +9,7 @@
 #include "core/data_memory.h"
 #include "files/disassembler.h"
 #include "ui/accessible_names.h"
+#include "ui/device_texts.h"
 
 namespace estructura {
 
@@ -34,11 +35,7 @@ void read_core_registers(Estructura& window, view_reading& reading) {
 
 /// STATUS is told by its bits: that of them which changed is what the instruction said.
 void read_flags(Estructura& window, view_reading& reading) {
-  static constexpr std::array<std::string_view, 8> of_16c5x = {"PS2", "PS1", "PS0", "TO",
-                                                               "PD",  "Z",   "DC",  "C"};
-  static constexpr std::array<std::string_view, 8> of_12c50x = {
-      "GPWUF", "bit 6 de STATUS", "PS0", "TO", "PD", "Z", "DC", "C"};
-  const auto& names = window.chip().devmodel.is16c5x ? of_16c5x : of_12c50x;
+  const auto& names = texts_of(window.chip().devmodel).status_bits;
   const std::string& bits = window.look(id::STATUS).text();
   for (std::size_t i = 0; i < std::min(names.size(), bits.size()); ++i)
     reading.values.push_back({std::string(names[i]), std::string(1, bits[i])});
@@ -52,19 +49,19 @@ void read_stack(Estructura& window, view_reading& reading) {
 
 /// The register at an address of 00..0F, empty where another value of the reading tells it.
 std::string common_name(Estructura& window, int address) {
-  const bool is16c5x = window.chip().devmodel.is16c5x;
-  const bool hasportc = window.chip().devmodel.hasportc;
+  const device& model = window.chip().devmodel;
+  const auto& ports = texts_of(model).ports;
   switch (address) {
     case reg_indf:
     case reg_pcl:
     case reg_status: return {};
-    case reg_tmr0: return "TMR0";
-    case reg_fsr: return "FSR";
-    case reg_5: return is16c5x ? port_name(0, is16c5x) : "OSCCAL";
-    case reg_6: return port_name(1, is16c5x);
+    case reg_tmr0:
+    case reg_fsr: return std::string(register_name(model, address));
+    case reg_5: return std::string(model.has_port_a() ? ports[0] : register_name(model, address));
+    case reg_6: return std::string(ports[1]);
     case reg_7:
       // In the list it is "PC", which is the program counter's name too.
-      if (hasportc) return port_name(2, is16c5x);
+      if (model.hasportc) return std::string(ports[2]);
       break;
     default: break;
   }
@@ -88,9 +85,9 @@ void read_memory(Estructura& window, view_reading& reading) {
 
 void read_pins(Estructura& window, view_reading& reading) {
   constexpr std::array ports = {id::PA, id::PB, id::PC};
-  const bool is16c5x = window.chip().devmodel.is16c5x;
+  const auto& names = texts_of(window.chip().devmodel).ports;
   for (std::size_t port = 0; port < ports.size(); ++port) {
-    const std::string name = port_name(static_cast<int>(port), is16c5x);
+    const std::string name(names[port]);
     for (int bit = 0; bit < declared(ports[port]).count; ++bit) {
       const control& box = window.look(ports[port], bit);
       if (box.visible()) reading.pins.push_back({name, bit, !box.enabled(), box.value()});

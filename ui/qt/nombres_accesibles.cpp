@@ -31,10 +31,10 @@ void nombres_accesibles::enlaza() {
 
 void nombres_accesibles::actualiza() {
   const std::vector<control>& controls = window_.look_all();
-  const bool is16c5x = window_.chip().devmodel.is16c5x;
+  const family& of = window_.chip().devmodel;
   const bool running = window_.chip().running;
-  const bool all = seen_.empty() || is16c5x != is16c5x_;
-  is16c5x_ = is16c5x;
+  const bool all = seen_.empty() || of.which != family_;
+  family_ = of.which;
   seen_.resize(controls.size());
   for (std::size_t i = 0; i < controls.size(); ++i) {
     const control& record = controls[i];
@@ -44,10 +44,9 @@ void nombres_accesibles::actualiza() {
     seen_[i] = record.changes();
     QWidget& widget = *find_(record.which(), record.index());
     // Each setting is told to whoever listens, be it the same text.
-    if (const QString name = a_qt(accessible_name(record, is16c5x)); widget.accessibleName() != name)
+    if (const QString name = a_qt(accessible_name(record, of)); widget.accessibleName() != name)
       widget.setAccessibleName(name);
-    if (const QString text = a_qt(accessible_description(record, is16c5x));
-        widget.accessibleDescription() != text)
+    if (const QString text = a_qt(accessible_description(record, of)); widget.accessibleDescription() != text)
       widget.setAccessibleDescription(text);
   }
 }

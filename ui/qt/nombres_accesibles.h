@@ -30,7 +30,7 @@ class nombres_accesibles {
   Estructura& window_;
   buscador find_;
   std::vector<unsigned> seen_;  ///< changes of each record that its name was worked out from
-  bool is16c5x_ = false;
+  family_id family_{};          ///< whose names are given
 };
 
 }  // namespace estructura

@@ -148,9 +148,9 @@ void record_writer::write_control(std::string& out, const control& record, copy&
 
 void record_writer::write_spoken(std::string& out, const control& record, bool all) {
   if (!all && !accessible_texts_vary(record.which())) return;
-  const bool is16c5x = window_.chip().devmodel.is16c5x;
-  write(out, "name", accessible_name(record, is16c5x));
-  std::string description = accessible_description(record, is16c5x);
+  const family& of = window_.chip().devmodel;
+  write(out, "name", accessible_name(record, of));
+  std::string description = accessible_description(record, of);
   if (record.which() == id::mapa) description = accessible_map(window_.look_map()) + ' ' + description;
   write(out, "description", description);
 }
@@ -181,7 +181,8 @@ void record_writer::write_map(std::string& out) {
 std::string record_writer::changes() {
   const std::vector<control>& controls = window_.look_all();
   // The names say which ports there are.
-  if (std::exchange(is16c5x_, window_.chip().devmodel.is16c5x) != window_.chip().devmodel.is16c5x)
+  const family_id now = window_.chip().devmodel.which;
+  if (std::exchange(family_, now) != now)
     for (copy& before : seen_) before.fresh = false;
   std::string out = "{\"controls\":[";
   bool first = true;
@@ -197,7 +198,6 @@ std::string record_writer::changes() {
   write(out, "focus", focus.which == id::none ? -1 : static_cast<int>(place_of(focus.which, focus.index)));
   write(out, "pc", window_.chip().cpu.pc);
   write_flag(out, "running", window_.chip().running);
-  write_flag(out, "is16c5x", window_.chip().devmodel.is16c5x);
   write_flag(out, "unsaved", window_.hex().modified || window_.source().modified);
   write_flag(out, "ended", window_.ended());
   write_map(out);

@@ -54,7 +54,7 @@ class record_writer {
   std::string map_rows_;
   int map_scale_ = 0;
   announcer ear_;
-  bool is16c5x_ = false;        ///< the names say GPIO or the ports
+  family_id family_{};          ///< whose names were written
   name_table names_;            ///< that the source defines
   unsigned names_changes_ = 0;  ///< changes of the source when they were learnt
 };
