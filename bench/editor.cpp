@@ -23,10 +23,10 @@
 #include <QTemporaryDir>
 
 #include "bench/processor_time.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
-#include "ui/qt/texto_qt.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/text/text_conversion.h"
+#include "ui/qt/window/application.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace {
 
@@ -62,14 +62,14 @@ struct open_window {
   QTemporaryDir folder;
   host_with_file host;
   Estructura window{host};
-  std::unique_ptr<ventana> shown;
+  std::unique_ptr<main_window> shown;
 
   explicit open_window(const std::string& text) {
     host.path = folder.filePath("largo.asm").toStdString();
     std::ofstream(host.path, std::ios::binary) << text;
     window.Form_Load();
-    shown = std::make_unique<ventana>(window);
-    host.pon_ventana(shown.get());
+    shown = std::make_unique<main_window>(window);
+    host.set_window(shown.get());
     shown->resize(shown->least());
     shown->show();
     QApplication::processEvents();
@@ -108,7 +108,7 @@ struct bare_editor {
     QApplication::processEvents();
   }
   void load(const std::string& text) {
-    edit.setPlainText(a_qt(text));
+    edit.setPlainText(to_qt(text));
     paint();
   }
   void paint() {
@@ -151,7 +151,7 @@ void key(benchmark::State& state, text_of_length make) {
   if (open.window.look(id::source).text().size() == before) state.SkipWithError("nothing was typed");
   state.counters["times_conversion"] =
       once /
-      seconds_of([&] { benchmark::DoNotOptimize(de_documento(open.source().document()->toRawText())); });
+      seconds_of([&] { benchmark::DoNotOptimize(from_document(open.source().document()->toRawText())); });
   bare_editor bare(open);
   bare.load(make(megabyte));
   state.counters["times_bare_editor"] = once / seconds_of([&] { bare.press(); });
@@ -168,7 +168,7 @@ void caret_move(benchmark::State& state, text_of_length make) {
   const double once = seconds_of(move);
   state.counters["times_conversion"] =
       once /
-      seconds_of([&] { benchmark::DoNotOptimize(de_documento(open.source().document()->toRawText())); });
+      seconds_of([&] { benchmark::DoNotOptimize(from_document(open.source().document()->toRawText())); });
 }
 
 }  // namespace
@@ -176,7 +176,7 @@ void caret_move(benchmark::State& state, text_of_length make) {
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
-  prepara_aplicacion(app);
+  set_up_application(app);
   const auto add = [](const char* name, auto* measure, text_of_length make) {
     benchmark::RegisterBenchmark(name, measure, make)->Unit(benchmark::kMillisecond);
   };

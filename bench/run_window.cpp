@@ -18,9 +18,9 @@
 
 #include "bench/programs.h"
 #include "bench/sources.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/window/application.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace {
 
@@ -62,14 +62,14 @@ class frame_counter : public QObject {
 struct open_window {
   counting_host host;
   Estructura window{host};
-  std::unique_ptr<ventana> shown;
+  std::unique_ptr<main_window> shown;
 
   explicit open_window(const bench_program& program) {
     host.window = &window;
     window.Form_Load();
     load_program(window, program);
-    shown = std::make_unique<ventana>(window);
-    host.pon_ventana(shown.get());
+    shown = std::make_unique<main_window>(window);
+    host.set_window(shown.get());
     shown->resize(shown->least());
     shown->show();
     QApplication::processEvents();
@@ -148,7 +148,7 @@ void press_assemble(benchmark::State& state) {
   open_window open(bench_programs().front());
   open.window.type(id::source, labelled_source());
   open.window.click(id::sl, 1);
-  open.shown->actualiza();
+  open.shown->refresh();
   auto* button = open.shown->findChild<QAbstractButton*>("Ensamblar");
   for (auto _ : state) {
     click_and_paint(*button);
@@ -163,7 +163,7 @@ void press_assemble(benchmark::State& state) {
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
-  prepara_aplicacion(app);
+  set_up_application(app);
   for (const bench_program& program : bench_programs())
     benchmark::RegisterBenchmark(("BM_run_window/" + std::string(program.name)).c_str(), run_window, program)
         ->Unit(benchmark::kMillisecond)

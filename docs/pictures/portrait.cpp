@@ -34,9 +34,9 @@
 #include <QTimer>
 
 #include "ui/estructura.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/window/application.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace {
 
@@ -232,7 +232,7 @@ bool is_the_same(const QPixmap& picture, const QString& path) {
 int main(int argc, char** argv) {
   if (std::getenv("QT_QPA_PLATFORM") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 1);
   QApplication app(argc, argv);
-  estructura::prepara_aplicacion(app);
+  estructura::set_up_application(app);
 
   QCommandLineParser line;
   line.addHelpOption();
@@ -268,8 +268,8 @@ int main(int argc, char** argv) {
   host.wants_box = line.isSet("caja");
   Estructura window(host);
   window.Form_Load();
-  estructura::ventana shown(window);
-  host.pon_ventana(&shown);
+  estructura::main_window shown(window);
+  host.set_window(&shown);
   // Not the size that the window chooses for the screen there happens to be.
   const QStringList sides = line.value("medida").split('x');
   shown.resize(sides.value(0).toInt(), sides.value(1).toInt());
@@ -289,7 +289,7 @@ int main(int argc, char** argv) {
   }
   const QStringList actions = line.positionalArguments().mid(1);
   for (const QString& action : actions) {
-    shown.actualiza();
+    shown.refresh();
     if (act(window, host, action.toStdString())) continue;
     std::fprintf(stderr, "no such control: %s\n", qPrintable(action));
     return 2;
@@ -297,10 +297,10 @@ int main(int argc, char** argv) {
   if (line.isSet("listado")) window.click(id::sl, 1);
   for (int step = line.value("pasos").toInt(); step > 0; --step) {
     // What the last step alone has changed is marked.
-    if (step == 1) shown.actualiza();
+    if (step == 1) shown.refresh();
     window.click(id::eje1);
   }
-  shown.actualiza();
+  shown.refresh();
   for (int turn = 0; turn < 10; ++turn) QCoreApplication::processEvents();
   const QSize least = shown.least();
   std::printf("%s %.1f pt; at least %dx%d, is %dx%d\n", qPrintable(QFontInfo(shown.font()).family()),

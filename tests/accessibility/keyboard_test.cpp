@@ -94,7 +94,7 @@ TEST_F(teclado, control_and_0_reset_the_counter_of_cycles_from_anywhere) {
   for (const id place : {id::source, id::MP, id::FREC, id::eje1}) {
     record.poke().cycles = 1000;
     record.refresh();
-    window.actualiza();
+    window.refresh();
     at(place).setFocus(Qt::TabFocusReason);
     key(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(record.chip().cycles, 0) << declared(place).name;
@@ -106,7 +106,7 @@ TEST_F(teclado, control_and_0_reset_the_counter_of_cycles_from_anywhere) {
 
 TEST_F(teclado, the_arrow_keys_click_each_line_of_the_program) {
   record.type(id::direc, "100");
-  window.actualiza();
+  window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Down);
   EXPECT_EQ(record.look(id::direc).text(), "101");
@@ -119,7 +119,7 @@ TEST_F(teclado, the_arrow_keys_click_each_line_of_the_program) {
 TEST_F(teclado, enter_on_a_line_of_the_program_takes_its_instruction_to_be_edited) {
   record.poke().progmem[0x10] = 0xC05;  // MOVLW 05
   record.type(id::direc, "010");
-  window.actualiza();
+  window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Return);
   EXPECT_EQ(record.look(id::INS).text(), "MOVLW 05");
@@ -127,7 +127,7 @@ TEST_F(teclado, enter_on_a_line_of_the_program_takes_its_instruction_to_be_edite
 
 TEST_F(teclado, control_and_space_add_a_line_of_the_program_to_those_selected) {
   record.type(id::direc, "100");
-  window.actualiza();
+  window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Down, Qt::ControlModifier);
   key(Qt::Key_Down, Qt::ControlModifier);
@@ -141,7 +141,7 @@ TEST_F(teclado, control_and_space_add_a_line_of_the_program_to_those_selected) {
 
 TEST_F(teclado, shift_and_the_arrow_keys_select_a_run_of_lines) {
   record.type(id::direc, "100");
-  window.actualiza();
+  window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Down, Qt::ShiftModifier);
   key(Qt::Key_Down, Qt::ShiftModifier);
@@ -156,7 +156,7 @@ TEST_F(teclado, an_address_typed_does_what_a_press_on_the_map_does) {
   record.press_map(0x155);
   const int pressed = record.look(id::MP).row();
   record.press_map(0);
-  window.actualiza();
+  window.refresh();
   at(id::direc).setFocus(Qt::TabFocusReason);
   QTest::keyClicks(focus(), "155");
   EXPECT_EQ(pressed, 0x155);
@@ -167,7 +167,7 @@ TEST_F(teclado, a_walk_through_the_listing_follows_in_the_program) {
   record.type(id::source, " ORG 20\r\n NOP\r\n CLRW\r\n END\r\n");
   record.click(id::Ensamblar);
   record.click(id::sl, 1);
-  window.actualiza();
+  window.refresh();
   at(id::lst).setFocus(Qt::TabFocusReason);
   std::vector<int> rows;
   for (int line = 0; line < 10; ++line) {

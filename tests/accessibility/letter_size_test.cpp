@@ -15,7 +15,7 @@
 
 #include "tests/accessibility/open_window.h"
 #include "tests/support/hang.h"
-#include "ui/qt/texto_qt.h"
+#include "ui/qt/text/text_conversion.h"
 
 namespace estructura {
 namespace {
@@ -104,15 +104,15 @@ class letra : public testing::TestWithParam<int> {
     font.setPointSize(GetParam());
     QApplication::setFont(font);
     record_.Form_Load();
-    window_ = std::make_unique<ventana>(record_);
-    host_.pon_ventana(window_.get());
+    window_ = std::make_unique<main_window>(record_);
+    host_.set_window(window_.get());
     panel_ = qobject_cast<QScrollArea*>(window_->centralWidget())->widget();
     window_->show();
     window_->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get(), support::hang_ms));
   }
   ~letra() override {
-    host_.pon_ventana(nullptr);
+    host_.set_window(nullptr);
     window_.reset();
     QApplication::setFont(before_);
   }
@@ -128,7 +128,7 @@ class letra : public testing::TestWithParam<int> {
     record_.choose_rows(id::MD, 0, 15, {15});
     record_.type(id::direc, "000");
     record_.type(id::INS, "DECFSZ 1F,W");
-    window_->actualiza();
+    window_->refresh();
     QCoreApplication::processEvents();
   }
 
@@ -163,7 +163,7 @@ class letra : public testing::TestWithParam<int> {
         case kind::list: all += falta("list", widget, de_lista(static_cast<const QListView&>(widget))); break;
         case kind::text:
           if (const auto* const edit = qobject_cast<const QLineEdit*>(&widget))
-            all += falta("box", widget, de_linea(*edit, a_qt(one.text())));
+            all += falta("box", widget, de_linea(*edit, to_qt(one.text())));
           break;
         default: break;
       }
@@ -189,7 +189,7 @@ class letra : public testing::TestWithParam<int> {
   QFont before_ = QApplication::font();
   qt_host host_;
   Estructura record_{host_};
-  std::unique_ptr<ventana> window_;
+  std::unique_ptr<main_window> window_;
   QWidget* panel_ = nullptr;
 };
 
@@ -235,11 +235,11 @@ TEST_P(letra, what_has_the_focus_is_in_sight) {
 
 TEST_P(letra, a_box_that_the_window_gives_the_focus_comes_into_sight) {
   record_.choose_rows(id::MDP, 0, 8, {8});
-  window_->actualiza();
+  window_->refresh();
   EXPECT_EQ(QApplication::focusWidget(), window_->widget_of(id::dat));
   EXPECT_TRUE(in_sight(*window_->widget_of(id::dat)));
   record_.focus(id::sl, 0);
-  window_->actualiza();
+  window_->refresh();
   EXPECT_TRUE(in_sight(*window_->widget_of(id::sl, 0)));
 }
 

@@ -5,7 +5,7 @@
 #include <QTimer>
 
 #include "tests/accessibility/open_window.h"
-#include "ui/qt/accessible_events.h"
+#include "ui/qt/speech/accessible_events.h"
 
 namespace estructura {
 namespace {
@@ -50,7 +50,7 @@ TEST_F(ventana_accesible, a_name_follows_the_caption) {
   EXPECT_EQ(name(id::WATCHDOG), "WDT / 128, watchdog");
   record.poke().cpu.option = 0x37;  // the prescaler serves the timer
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(name(id::WATCHDOG), "WDT / 1, watchdog");
 }
 
@@ -74,7 +74,7 @@ TEST_F(ventana_accesible, a_pin_box_says_its_port_its_bit_and_its_direction) {
   EXPECT_EQ(description(id::PB, 7), "Pin de entrada. Marcada, está a 1.");
   record.poke().cpu.trisb = 0x7F;
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(description(id::PB, 7), "Pin de salida, lo pone el programa.");
   EXPECT_EQ(description(id::PB, 6), "Pin de entrada. Marcada, está a 1.");
 }
@@ -104,7 +104,7 @@ TEST_F(ventana_accesible, a_value_is_the_text_of_a_label_named_after_what_it_sho
   EXPECT_EQ(value(id::FILHEX), "[sin nombre]");
   record.poke().cycles = 1234567;
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(value(id::ciclos), "1.234.567");
   EXPECT_EQ(name(id::ciclos), "Ciclos transcurridos");
   // A title is its own name, and is not said twice.
@@ -125,7 +125,7 @@ TEST_F(ventana_accesible, a_line_of_memory_says_its_address_and_its_bank) {
   record.poke().bankregs[1 * 16 + 2] = 0x3F;
   record.poke().regs[8] = 0xA5;
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(row(id::MD, 1, 2), "dirección 12, banco 1, valor 3F, ha cambiado");
   EXPECT_EQ(row(id::MDP, 0, 8), "dirección 08, valor A5, ha cambiado");
   EXPECT_EQ(row(id::MDP, 0, 3), "STATUS, dirección 03, valor 18");
@@ -141,7 +141,7 @@ TEST_F(ventana_accesible, a_line_of_the_core_registers_and_of_the_stack_says_wha
   EXPECT_EQ(row(id::nomre, 0, 2), "OPTION");
   record.poke().stack[0] = 0x123;
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(row(id::PIL, 0, 0), "cabeza de la pila, valor 123, ha cambiado");
   EXPECT_EQ(row(id::PIL, 0, 1), "segundo nivel, valor 000");
 }
@@ -153,7 +153,7 @@ TEST_F(ventana_accesible, a_line_of_the_program_says_its_address_and_its_instruc
   record.click(id::Entrarins);
   record.type(id::direc, "010");
   record.click(id::break_);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(row(id::MP, 0, 0x10), "dirección 010, código C05, MOVLW 05, punto de parada");
   // What is shown stays as it was.
   EXPECT_EQ(at<QListView>(id::MP).model()->index(0x10, 0).data().toString(), "*010\tC05\tMOVLW 05");
@@ -163,7 +163,7 @@ TEST_F(ventana_accesible, the_line_of_the_next_instruction_says_so) {
   EXPECT_EQ(row(id::MP, 0, 0x7FF), "dirección 7FF, sin programar, la siguiente que se ejecuta");
   record.poke().progmem[0x7FF] = 0xA12;  // GOTO 012
   record.click(id::eje1);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(row(id::MP, 0, 0x12), "dirección 012, sin programar, la siguiente que se ejecuta");
   EXPECT_EQ(row(id::MP, 0, 0x13), "dirección 013, sin programar");
 }
@@ -171,9 +171,9 @@ TEST_F(ventana_accesible, the_line_of_the_next_instruction_says_so) {
 TEST_F(ventana_accesible, a_line_that_the_last_step_changed_says_so) {
   record.poke().progmem[0x7FF] = 0xC5A;  // MOVLW 5A
   record.refresh();
-  window.actualiza();
+  window.refresh();
   record.click(id::eje1);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(row(id::RE, 0, 1), "W, valor 5A, ha cambiado");
   EXPECT_EQ(row(id::RE, 0, 2), "OPTION, valor 3F");
 }
@@ -189,7 +189,7 @@ TEST_F(ventana_accesible, a_line_chosen_by_a_screen_reader_is_a_line_clicked) {
   EXPECT_EQ(QApplication::focusWidget(), &at(id::dat));
   EXPECT_TRUE(at<QListView>(id::MD, 1).selectionModel()->selectedIndexes().isEmpty());
   record.type(id::direc, "100");
-  window.actualiza();
+  window.refresh();
   toggle(id::MP, 0, 0x102);
   EXPECT_EQ(record.look(id::MP).selected(), std::vector<int>({0x100, 0x102}));
   EXPECT_EQ(record.look(id::direc).text(), "102");
@@ -206,7 +206,7 @@ TEST_F(ventana_accesible, the_map_says_what_it_shows) {
   record.type(id::direc, "003");
   record.click(id::break_);
   record.click(id::eje1);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(description(id::mapa).find(
                 "Dirección actual 000; puntos de parada: 1; otras direcciones programadas: 1."),
             0U)
@@ -268,7 +268,7 @@ TEST_F(ventana_accesible, the_binary_views_of_the_registers_belong_to_their_list
 
 TEST_F(ventana_accesible, every_question_for_a_piece_of_a_text_is_answered) {
   record.type(id::source, "UNO DOS\r\nTRES. CUATRO");
-  window.actualiza();
+  window.refresh();
   for (const id which : {id::FREC, id::direc, id::INS, id::source, id::STATUS, id::ciclos, id::PIC}) {
     QAccessibleTextInterface* const text = voice(which).textInterface();
     ASSERT_NE(text, nullptr) << name(which);
@@ -288,7 +288,7 @@ TEST_F(ventana_accesible, every_question_for_a_piece_of_a_text_is_answered) {
 
 TEST_F(ventana_accesible, a_box_of_one_line_is_read_whole_and_word_by_word) {
   record.type(id::INS, "MOVLW 05");
-  window.actualiza();
+  window.refresh();
   QAccessibleTextInterface* const text = voice(id::INS).textInterface();
   ASSERT_NE(text, nullptr);
   int start = -1;
@@ -345,7 +345,7 @@ TEST_F(ventana_accesible, a_step_is_told_as_a_notification_of_the_status_bar) {
   EXPECT_FALSE(notice.state().invisible);
   EXPECT_EQ(notice.text(QAccessible::Name), "");
   record.poke().progmem[2047] = 0xC5A;  // MOVLW 5A
-  window.actualiza();
+  window.refresh();
   QTest::keyClick(&window, Qt::Key_F7);
   EXPECT_EQ(notice.text(QAccessible::Name).toStdString(), "PC 000, W 5A, sigue sin programar.");
 }
@@ -359,7 +359,7 @@ TEST_F(ventana_accesible, what_changed_behind_a_box_is_told_when_the_box_is_gone
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
   record.poke().cpu.w = 0x77;
   record.refresh();
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(notice.text(QAccessible::Name), "");
   window.activateWindow();
   EXPECT_TRUE(QTest::qWaitFor([&] { return notice.text(QAccessible::Name) == "W 77."; }));

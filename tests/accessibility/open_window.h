@@ -17,7 +17,7 @@ class ventana_accesible : public support::ventana_real<> {
  protected:
   void device(std::string_view name) {
     record.pick(id::PIC, name);
-    window.actualiza();
+    window.refresh();
   }
 
   QAccessibleInterface& voice(id which, int index = 0) {

@@ -26,7 +26,7 @@
 #include <QApplication>
 
 #include "guion/qt_driver.h"
-#include "ui/qt/aplicacion.h"
+#include "ui/qt/window/application.h"
 #endif
 
 #ifndef GUION_PAGE_FILE
@@ -160,7 +160,7 @@ int main(int argc, char** argv) {
     // Without a display the window is as real on the platform that needs none.
     const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (!display && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    estructura::prepara_aplicacion(application.emplace(argc, argv));
+    estructura::set_up_application(application.emplace(argc, argv));
     // A script's window that closes ends that script's program, not this one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
   }

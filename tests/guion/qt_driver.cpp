@@ -20,8 +20,8 @@
 
 #include "guion/words.h"
 #include "tests/support/hang.h"
-#include "ui/qt/mapa.h"
-#include "ui/qt/texto_qt.h"
+#include "ui/qt/text/text_conversion.h"
+#include "ui/qt/widgets/memory_map.h"
 
 namespace estructura::guiones {
 
@@ -121,7 +121,7 @@ void read_lines(const QPlainTextEdit& edit, appearance& shown) {
                            ->toRawText()
                            .replace(QChar::ParagraphSeparator, '\n')
                            .replace(QChar::LineSeparator, '\n');
-  shown.text = in_script(sin_sustitutos(text));
+  shown.text = in_script(without_stand_ins(text));
   const QTextCursor cursor = edit.textCursor();
   shown.sel_start = characters(text, cursor.selectionStart());
   shown.sel_length = characters(text, cursor.selectionEnd()) - shown.sel_start;
@@ -146,7 +146,7 @@ void read_button(const QAbstractButton& button, appearance& shown) {
 qt_driver::qt_driver(scripted_desktop& desk)
     : host_(desk), window_(host_), shown_((window_.Form_Load(), window_)) {
   QGuiApplication::clipboard()->clear();
-  host_.pon_ventana(&shown_);
+  host_.set_window(&shown_);
   host_.watch(window_);
   // Whatever the screen, nothing is scrolled out of sight.
   shown_.resize(shown_.least());
@@ -166,7 +166,7 @@ int qt_driver::host::attend() {
 
 template <class Widget>
 Widget& qt_driver::widget(const control_place& place) {
-  shown_.actualiza();
+  shown_.refresh();
   auto* const found = shown_.findChild<Widget*>(QString::fromStdString(place.name));
   if (found == nullptr) throw script_error("the window has no fitting widget of this name: " + place.name);
   return *found;
@@ -278,13 +278,13 @@ void qt_driver::focus(const control_place& place) {
 }
 
 void qt_driver::press_map(double y) {
-  auto& map = widget<mapa_qt>(place_of("mapa"));
+  auto& map = widget<memory_map>(place_of("mapa"));
   // A row is thinner than a pixel: the pointer stands between two of them, as on a screen of finer ones.
   // No height of this widget may give just this half between two rows: then the nearest one on the side to
   // which halves are rounded.
-  double height = map.altura(y);
-  for (int i = 0; i < 4 && std::nearbyint(map.fila_en(height)) != std::nearbyint(y); ++i)
-    height = std::nextafter(height, map.fila_en(height) < y ? map.height() : 0);
+  double height = map.y_of_row(y);
+  for (int i = 0; i < 4 && std::nearbyint(map.row_at(height)) != std::nearbyint(y); ++i)
+    height = std::nextafter(height, map.row_at(height) < y ? map.height() : 0);
   const QPointF point(map.rect().center().x(), height);
   const QPointF global = map.mapToGlobal(point);
   QMouseEvent down(QEvent::MouseButtonPress, point, global, Qt::LeftButton, Qt::LeftButton, {});
@@ -330,16 +330,16 @@ appearance qt_driver::look(const control_place& place) {
 }
 
 map_view qt_driver::look_map() {
-  const auto& map = widget<mapa_qt>(place_of("mapa"));
+  const auto& map = widget<memory_map>(place_of("mapa"));
   map_view seen;
-  seen.scale = map.escala();
-  seen.marker = map.marca();
-  for (int address = 0; address < program_words; ++address) seen.rows[address] = map.fila(address);
+  seen.scale = map.scale();
+  seen.marker = map.marker();
+  for (int address = 0; address < program_words; ++address) seen.rows[address] = map.row(address);
   return seen;
 }
 
 std::string qt_driver::focused() {
-  shown_.actualiza();
+  shown_.refresh();
   // What has the focus may be a part of the control's widget.
   for (const QWidget* part = QApplication::focusWidget(); part != nullptr; part = part->parentWidget()) {
     int index = 0;

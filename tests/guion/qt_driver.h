@@ -10,8 +10,8 @@
 
 #include "guion/scripted_desktop.h"
 #include "guion/window_driver.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace estructura::guiones {
 
@@ -61,7 +61,7 @@ class qt_driver final : public in_process_driver {
 
   host host_;
   Estructura window_;
-  ventana shown_;
+  main_window shown_;
 };
 
 }  // namespace estructura::guiones

@@ -1,4 +1,6 @@
 // Every text of the window can be read on what it stands on: light, dark and harsh palettes.
+#include "ui/qt/look/colours.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
@@ -7,8 +9,6 @@
 #include <QApplication>
 #include <QStyle>
 #include <QStyleFactory>
-
-#include "ui/qt/colores.h"
 
 namespace estructura {
 namespace {
@@ -45,12 +45,12 @@ std::vector<paleta> palettes() {
 }
 
 TEST(colores, contrast_is_what_the_guidelines_define) {
-  EXPECT_NEAR(contraste(Qt::black, Qt::white), 21, 0.001);
-  EXPECT_NEAR(contraste(Qt::white, Qt::white), 1, 0.001);
+  EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.001);
+  EXPECT_NEAR(contrast(Qt::white, Qt::white), 1, 0.001);
   // The darkest grey that just fails on white, and the one that just passes.
-  EXPECT_NEAR(contraste(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.005);
-  EXPECT_NEAR(contraste(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.005);
-  EXPECT_NEAR(contraste(Qt::blue, Qt::yellow), 8.00, 0.01);
+  EXPECT_NEAR(contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.005);
+  EXPECT_NEAR(contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.005);
+  EXPECT_NEAR(contrast(Qt::blue, Qt::yellow), 8.00, 0.01);
 }
 
 TEST(colores, every_role_of_text_can_be_read_on_its_ground) {
@@ -70,17 +70,17 @@ TEST(colores, every_role_of_text_can_be_read_on_its_ground) {
       {QPalette::HighlightedText, QPalette::Highlight},
   };
   for (const paleta& one : palettes()) {
-    const QPalette palette = paleta_legible(one.palette);
+    const QPalette palette = readable_palette(one.palette);
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
       for (const row& pair : rows)
-        EXPECT_GE(contraste(palette.color(group, pair.text), palette.color(group, pair.ground)), 4.5)
+        EXPECT_GE(contrast(palette.color(group, pair.text), palette.color(group, pair.ground)), 4.5)
             << one.name << ", group " << group << ", " << pair.text << " on " << pair.ground;
   }
 }
 
 TEST(colores, what_the_desktop_chose_well_stays_as_it_is) {
   for (const paleta& one : palettes()) {
-    const QPalette palette = paleta_legible(one.palette);
+    const QPalette palette = readable_palette(one.palette);
     for (const QPalette::ColorRole role :
          {QPalette::Window, QPalette::Base, QPalette::WindowText, QPalette::Text, QPalette::Button,
           QPalette::ButtonText, QPalette::HighlightedText})
@@ -91,41 +91,41 @@ TEST(colores, what_the_desktop_chose_well_stays_as_it_is) {
 
 TEST(colores, what_cannot_be_used_looks_fainter_than_what_can) {
   for (const paleta& one : palettes()) {
-    const QPalette palette = paleta_legible(one.palette);
+    const QPalette palette = readable_palette(one.palette);
     const QColor window = palette.color(QPalette::Window);
-    EXPECT_LT(contraste(palette.color(QPalette::Disabled, QPalette::WindowText), window),
-              0.8 * contraste(palette.color(QPalette::Active, QPalette::WindowText), window))
+    EXPECT_LT(contrast(palette.color(QPalette::Disabled, QPalette::WindowText), window),
+              0.8 * contrast(palette.color(QPalette::Active, QPalette::WindowText), window))
         << one.name;
   }
 }
 
 TEST(colores, names_changes_and_breakpoints_of_a_list_can_be_read) {
   for (const paleta& one : palettes()) {
-    const QPalette palette = paleta_legible(one.palette);
+    const QPalette palette = readable_palette(one.palette);
     const QColor text = palette.color(QPalette::Text);
     for (const QPalette::ColorRole role : {QPalette::Base, QPalette::Window}) {
       const QColor ground = palette.color(role);
-      const QColor faint = tenue(text, ground);
-      EXPECT_GE(contraste(faint, ground), 4.5) << one.name;
-      EXPECT_LT(contraste(faint, ground), contraste(text, ground)) << one.name;
-      EXPECT_NE(fondo_novedad(ground, text), ground) << one.name;
-      EXPECT_GE(contraste(text, fondo_novedad(ground, text)), 4.5) << one.name;
+      const QColor faint = fainter(text, ground);
+      EXPECT_GE(contrast(faint, ground), 4.5) << one.name;
+      EXPECT_LT(contrast(faint, ground), contrast(text, ground)) << one.name;
+      EXPECT_NE(change_ground(ground, text), ground) << one.name;
+      EXPECT_GE(contrast(text, change_ground(ground, text)), 4.5) << one.name;
       // Marks that are no text: three to one.
-      EXPECT_GE(contraste(barra_novedad(ground), ground), 3) << one.name;
-      EXPECT_GE(contraste(disco_parada(ground), ground), 3) << one.name;
-      EXPECT_GE(contraste(sobre(disco_parada(ground)), disco_parada(ground)), 4.5) << one.name;
+      EXPECT_GE(contrast(change_bar(ground), ground), 3) << one.name;
+      EXPECT_GE(contrast(breakpoint_disc(ground), ground), 3) << one.name;
+      EXPECT_GE(contrast(ink_on(breakpoint_disc(ground)), breakpoint_disc(ground)), 4.5) << one.name;
     }
     // The edges of the boxes that can be used.
-    EXPECT_GE(contraste(linea_fuerte(palette), palette.color(QPalette::Window)), 3) << one.name;
+    EXPECT_GE(contrast(strong_line(palette), palette.color(QPalette::Window)), 3) << one.name;
   }
 }
 
 TEST(colores, the_three_of_the_map_are_told_from_its_ground_and_from_each_other) {
   for (const Qt::GlobalColor colour : {Qt::yellow, Qt::red})
-    EXPECT_GE(contraste(colour, fondo_mapa()), 3) << colour;
+    EXPECT_GE(contrast(colour, map_ground()), 3) << colour;
   // As dark a blue has 2.4 on black; what makes breakpoints easy to find stands beside the map.
-  EXPECT_GE(contraste(Qt::blue, fondo_mapa()), 2.2);
-  EXPECT_GE(contraste(Qt::blue, Qt::yellow), 3);
+  EXPECT_GE(contrast(Qt::blue, map_ground()), 2.2);
+  EXPECT_GE(contrast(Qt::blue, Qt::yellow), 3);
 }
 
 }  // namespace

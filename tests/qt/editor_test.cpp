@@ -14,8 +14,8 @@
 #include <QWheelEvent>
 
 #include "tests/qt/open_window.h"
-#include "ui/qt/colores.h"
-#include "ui/qt/editor_fuente.h"
+#include "ui/qt/look/colours.h"
+#include "ui/qt/widgets/source_editor.h"
 
 namespace estructura {
 namespace {
@@ -53,7 +53,7 @@ class editor_readings : public editor {
     const QString text = fuente().document()->findBlockByNumber(line).text();
     QStringList found;
     paint();
-    for (const auto& range : editor_fuente::underlined(fuente().document()->findBlockByNumber(line)))
+    for (const auto& range : source_editor::underlined(fuente().document()->findBlockByNumber(line)))
       found << text.mid(range.start, range.length);
     return found.join(' ').toStdString();
   }
@@ -115,7 +115,7 @@ TEST_F(editor_readings, draw_the_line_below_the_operand_alone) {
     QTextCursor end = start;
     end.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, to - from);
     const QRect place = fuente().cursorRect(start).united(fuente().cursorRect(end));
-    const QColor colour = fuente().colores().underline;
+    const QColor colour = fuente().colours().underline;
     int pixels = 0;
     for (int y = place.top(); y <= place.bottom(); ++y)
       for (int x = place.left(); x <= place.right(); ++x) {
@@ -197,7 +197,7 @@ TEST_F(editor_readings, tell_what_is_read_at_the_caret_by_key_and_to_a_screen_re
   // Another family of devices has the descriptions given anew.
   at<QWidget>(id::PIC).setFocus();
   record.pick(id::PIC, "12C508");
-  window.actualiza();
+  window.refresh();
   fuente().setFocus();
   EXPECT_EQ(description(), plain + " " + as_zero);
   caret_at(1, 6);
@@ -244,7 +244,7 @@ TEST_F(editor, typing_around_a_button_is_undone_apart_from_it) {
 TEST_F(editor, a_cut_is_undone) {
   write_file("abcdef");
   record.select(id::source, 2, 3);
-  window.actualiza();
+  window.refresh();
   click(id::Cortar);
   EXPECT_EQ(texto_de_ambos(), "abf");
   undo();
@@ -254,7 +254,7 @@ TEST_F(editor, a_cut_is_undone) {
 TEST_F(editor, undoing_a_tab_among_blanks_leaves_the_caret_where_it_was) {
   write_file("a          b");
   record.select(id::source, 4, 0);
-  window.actualiza();
+  window.refresh();
   click(id::tab);
   EXPECT_EQ(record.look(id::source).sel_start(), 19);
   undo();
@@ -355,29 +355,29 @@ TEST_F(editor, what_is_pasted_comes_into_sight) {
 
 TEST_F(editor, the_line_numbers_stand_beside_the_text_and_give_way_to_more_digits) {
   carga("NOP\r\n");
-  const int narrow = fuente().margen().width();
+  const int narrow = fuente().margin().width();
   EXPECT_GT(narrow, 0);
-  EXPECT_EQ(fuente().margen().geometry().right() + 1, fuente().viewport()->geometry().left());
-  EXPECT_EQ(fuente().margen().geometry().top(), fuente().viewport()->geometry().top());
+  EXPECT_EQ(fuente().margin().geometry().right() + 1, fuente().viewport()->geometry().left());
+  EXPECT_EQ(fuente().margin().geometry().top(), fuente().viewport()->geometry().top());
   carga(QByteArray("NOP\r\n").repeated(998) + "NOP");
   ASSERT_EQ(fuente().blockCount(), 999);
-  EXPECT_EQ(fuente().margen().width(), narrow);
+  EXPECT_EQ(fuente().margin().width(), narrow);
   carga(QByteArray("NOP\r\n").repeated(999) + "NOP");
-  EXPECT_GT(fuente().margen().width(), narrow);
-  EXPECT_EQ(fuente().margen().geometry().right() + 1, fuente().viewport()->geometry().left());
+  EXPECT_GT(fuente().margin().width(), narrow);
+  EXPECT_EQ(fuente().margin().geometry().right() + 1, fuente().viewport()->geometry().left());
 }
 
 TEST_F(editor, a_number_is_seen_for_each_line_that_there_is) {
   carga("NOP\r\nNOP\r\nNOP");
   paint();
-  const QImage picture = const_cast<QWidget&>(fuente().margen()).grab().toImage();
+  const QImage picture = const_cast<QWidget&>(fuente().margin()).grab().toImage();
   const qreal scale = picture.devicePixelRatio();
   const int height = fuente().fontMetrics().height();
   const auto inked = [&](int line) {
     const int top = static_cast<int>((fuente().document()->documentMargin() + line * height) * scale);
     for (int y = top; y < top + height * scale; ++y)
       for (int x = 0; x < picture.width(); ++x)
-        if (picture.pixel(x, y) != fuente().colores().fondo_margen.rgb()) return true;
+        if (picture.pixel(x, y) != fuente().colours().margin_ground.rgb()) return true;
     return false;
   };
   for (int line = 0; line < 3; ++line) EXPECT_TRUE(inked(line)) << line;
@@ -390,29 +390,29 @@ TEST_F(editor, the_line_with_the_error_is_marked_until_the_text_changes) {
   carga("NOP\r\nNOP\r\nNOPE 1\r\nNOP");
   click(id::Ensamblar);
   EXPECT_EQ(host.boxes, 1);
-  EXPECT_EQ(fuente().linea_con_error(), 3);
+  EXPECT_EQ(fuente().error_line(), 3);
   ASSERT_EQ(fuente().extraSelections().size(), 1);
   EXPECT_EQ(fuente().extraSelections()[0].cursor.blockNumber(), 2);
   EXPECT_EQ(fuente().textCursor().selectedText(), "NOPE 1");
   paint();
-  const QImage margin = const_cast<QWidget&>(fuente().margen()).grab().toImage();
+  const QImage margin = const_cast<QWidget&>(fuente().margin()).grab().toImage();
   const QRect line = fuente().cursorRect();
   EXPECT_EQ(margin.pixel(1, static_cast<int>(line.center().y() * margin.devicePixelRatio())),
-            fuente().colores().sello_error.rgb());
+            fuente().colours().error_number_ground.rgb());
   QTest::keyClicks(&fuente(), "N");
-  EXPECT_EQ(fuente().linea_con_error(), 0);
+  EXPECT_EQ(fuente().error_line(), 0);
   EXPECT_TRUE(fuente().extraSelections().isEmpty());
   // The mark belongs to an assembly, not to a text.
   undo();
   EXPECT_EQ(texto_de_ambos(), "NOP\r\nNOP\r\nNOPE 1\r\nNOP\r\n");
-  EXPECT_EQ(fuente().linea_con_error(), 0);
+  EXPECT_EQ(fuente().error_line(), 0);
 }
 
 TEST_F(editor, an_error_far_away_comes_into_sight_with_the_beginning_of_its_line) {
   carga(QByteArray("NOP\r\n").repeated(400) + "NOPE " + QByteArray("x").repeated(400) + "\r\nNOP");
   click(id::Ensamblar);
   paint();
-  EXPECT_EQ(fuente().linea_con_error(), 401);
+  EXPECT_EQ(fuente().error_line(), 401);
   EXPECT_EQ(fuente().horizontalScrollBar()->value(), 0);
   QTextCursor start(fuente().document()->findBlockByNumber(400));
   EXPECT_TRUE(fuente().viewport()->rect().contains(fuente().cursorRect(start).center()));
@@ -422,7 +422,7 @@ TEST_F(editor, the_marked_line_is_in_sight_while_the_box_tells_of_the_error) {
   carga(QByteArray("NOP\r\n").repeated(400) + "FOO\r\n" + QByteArray("NOP\r\n").repeated(400));
   bool seen = false;
   host.at_box = [&] {
-    window.actualiza();
+    window.refresh();
     const QTextCursor line(fuente().document()->findBlockByNumber(400));
     seen = fuente().viewport()->rect().contains(fuente().cursorRect(line).center());
   };
@@ -456,23 +456,23 @@ TEST_F(editor, an_assembly_without_error_takes_the_mark_away) {
   record.pick(id::PIC, "16C54");
   carga("ORG 200\r\nNOP\r\n ");
   click(id::Ensamblar);
-  ASSERT_EQ(fuente().linea_con_error(), 2);
+  ASSERT_EQ(fuente().error_line(), 2);
   record.pick(id::PIC, "16C57");
   click(id::Ensamblar);
-  EXPECT_EQ(fuente().linea_con_error(), 0);
+  EXPECT_EQ(fuente().error_line(), 0);
 }
 
 // --- colours ---
 
 TEST_F(editor, what_is_seen_is_coloured_and_follows_what_is_typed) {
   carga("A: MOVLW 10 ; c\r\nNO");
-  const colores_fuente& colours = fuente().colores();
+  const source_colours& colours = fuente().colours();
   const auto first = formats(0);
   ASSERT_EQ(first.size(), 4);
-  EXPECT_EQ(first[0].format.foreground().color(), colours.de(parte::etiqueta));
-  EXPECT_EQ(first[1].format.foreground().color(), colours.de(parte::mnemonico));
-  EXPECT_EQ(first[2].format.foreground().color(), colours.de(parte::numero));
-  EXPECT_EQ(first[3].format.foreground().color(), colours.de(parte::comentario));
+  EXPECT_EQ(first[0].format.foreground().color(), colours.of(source_part::label));
+  EXPECT_EQ(first[1].format.foreground().color(), colours.of(source_part::mnemonic));
+  EXPECT_EQ(first[2].format.foreground().color(), colours.of(source_part::number));
+  EXPECT_EQ(first[3].format.foreground().color(), colours.of(source_part::comment));
   EXPECT_TRUE(formats(1).isEmpty());
   fuente().setFocus();
   fuente().moveCursor(QTextCursor::End);
@@ -507,7 +507,7 @@ TEST_F(editor, another_palette_colours_anew) {
   window.setPalette(dark);
   const QColor other = formats(0)[0].format.foreground().color();
   EXPECT_NE(other, light);
-  EXPECT_GE(contraste(other, Qt::black), contraste_minimo);
+  EXPECT_GE(contrast(other, Qt::black), least_contrast);
 }
 
 TEST_F(editor, colours_give_way_to_an_input_method_that_composes_and_come_back) {
@@ -559,7 +559,7 @@ TEST_F(editor, a_megabyte_is_loaded_typed_in_and_assembled) {
   // A name that begins with L and a number is no wrong one, so only the end of the memory stops it.
   click(id::Ensamblar);
   paint();
-  EXPECT_EQ(fuente().linea_con_error(), 2049);
+  EXPECT_EQ(fuente().error_line(), 2049);
 }
 
 // What is done to a text when it is shown and when a key is pressed does not grow with the text: the lines in
@@ -598,7 +598,7 @@ TEST_F(editor, a_line_of_a_million_characters_can_be_loaded_and_typed_in) {
   EXPECT_EQ(texto(), "a" + line.toStdString());
   click(id::Ensamblar);
   paint();
-  EXPECT_EQ(fuente().linea_con_error(), 1);
+  EXPECT_EQ(fuente().error_line(), 1);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // How a line of a source is cut for its colours, and whether the colours can be read.
+#include "ui/qt/look/highlighter.h"
+
 #include <gtest/gtest.h>
 #include <ostream>
 #include <sys/mman.h>
@@ -7,66 +9,65 @@
 #include <QPalette>
 
 #include "core/instructions.h"
-#include "ui/qt/colores.h"
-#include "ui/qt/resaltado.h"
+#include "ui/qt/look/colours.h"
 
 namespace estructura {
 
-void PrintTo(const trozo& part, std::ostream* out) {
+void PrintTo(const coloured_part& part, std::ostream* out) {
   *out << '{' << part.start << ", " << part.length << ", " << static_cast<int>(part.is) << '}';
 }
 
 namespace {
 
-using enum parte;
+using enum source_part;
 
 struct linea_cortada {
   const char16_t* line;
-  std::vector<trozo> parts;
+  std::vector<coloured_part> parts;
 };
 
 const linea_cortada lines[] = {
     {u"", {}},
     {u"   \t ", {}},
-    {u"NOP", {{0, 3, mnemonico}}},
-    {u"  movlw 1f", {{2, 5, mnemonico}, {8, 2, numero}}},
-    {u"\tMOVLW\t0FF\t; todo", {{1, 5, mnemonico}, {7, 3, numero}, {11, 6, comentario}}},
-    {u"BUCLE: GOTO BUCLE", {{0, 6, etiqueta}, {7, 4, mnemonico}}},
-    {u"SOLA:", {{0, 5, etiqueta}}},
-    {u"año : NOP", {{0, 5, etiqueta}, {6, 3, mnemonico}}},
-    {u"ADDWF 5 , W", {{0, 5, mnemonico}, {6, 1, numero}}},
-    {u"BSF 3,2", {{0, 3, mnemonico}, {4, 1, numero}, {6, 1, numero}}},
+    {u"NOP", {{0, 3, mnemonic}}},
+    {u"  movlw 1f", {{2, 5, mnemonic}, {8, 2, number}}},
+    {u"\tMOVLW\t0FF\t; todo", {{1, 5, mnemonic}, {7, 3, number}, {11, 6, comment}}},
+    {u"BUCLE: GOTO BUCLE", {{0, 6, label}, {7, 4, mnemonic}}},
+    {u"SOLA:", {{0, 5, label}}},
+    {u"año : NOP", {{0, 5, label}, {6, 3, mnemonic}}},
+    {u"ADDWF 5 , W", {{0, 5, mnemonic}, {6, 1, number}}},
+    {u"BSF 3,2", {{0, 3, mnemonic}, {4, 1, number}, {6, 1, number}}},
     // The first comma alone divides.
-    {u"BSF 3,2,1", {{0, 3, mnemonico}, {4, 1, numero}}},
-    {u"ORG 7FF", {{0, 3, directiva}, {4, 3, numero}}},
-    {u"end", {{0, 3, directiva}}},
+    {u"BSF 3,2,1", {{0, 3, mnemonic}, {4, 1, number}}},
+    {u"ORG 7FF", {{0, 3, directive}, {4, 3, number}}},
+    {u"end", {{0, 3, directive}}},
     // EQU defines the word before it, with or without colon.
-    {u"X EQU 10", {{0, 1, etiqueta}, {2, 3, directiva}, {6, 2, numero}}},
-    {u"X: EQU 10", {{0, 2, etiqueta}, {3, 3, directiva}, {7, 2, numero}}},
+    {u"X EQU 10", {{0, 1, label}, {2, 3, directive}, {6, 2, number}}},
+    {u"X: EQU 10", {{0, 2, label}, {3, 3, directive}, {7, 2, number}}},
     // A word of the language is no name there.
-    {u"  nop equ 1", {{2, 3, mnemonico}}},
-    {u"MOVLW EQU", {{0, 5, mnemonico}}},
-    {u"equ equ 1", {{0, 3, directiva}}},
-    {u": NOP", {{0, 1, etiqueta}, {2, 3, mnemonico}}},
+    {u"  nop equ 1", {{2, 3, mnemonic}}},
+    {u"MOVLW EQU", {{0, 5, mnemonic}}},
+    {u"equ equ 1", {{0, 3, directive}}},
+    {u": NOP", {{0, 1, label}, {2, 3, mnemonic}}},
     // Units of the widget: one for a letter of two or three bytes, two for one of four.
-    {u"año: MOVLW 10 ; ñ€", {{0, 4, etiqueta}, {5, 5, mnemonico}, {11, 2, numero}, {14, 4, comentario}}},
-    {u"😀: MOVLW 10", {{0, 3, etiqueta}, {4, 5, mnemonico}, {10, 2, numero}}},
+    {u"año: MOVLW 10 ; ñ€", {{0, 4, label}, {5, 5, mnemonic}, {11, 2, number}, {14, 4, comment}}},
+    {u"😀: MOVLW 10", {{0, 3, label}, {4, 5, mnemonic}, {10, 2, number}}},
     // A number begins with a decimal digit and holds nothing but hexadecimal ones.
-    {u"MOVLW FF", {{0, 5, mnemonico}}},
-    {u"MOVLW 0x10", {{0, 5, mnemonico}}},
-    {u"MOVLW 1G", {{0, 5, mnemonico}}},
+    {u"MOVLW FF", {{0, 5, mnemonic}}},
+    {u"MOVLW 0x10", {{0, 5, mnemonic}}},
+    {u"MOVLW 1G", {{0, 5, mnemonic}}},
     // What is no instruction is left as it is: nothing tells that it is one.
-    {u"MOVLV 10", {{6, 2, numero}}},
+    {u"MOVLV 10", {{6, 2, number}}},
     {u"ETIQ NOP", {}},
-    {u"; MOVLW 10 : x", {{0, 14, comentario}}},
-    {u"NOP;x", {{0, 3, mnemonico}, {3, 2, comentario}}},
+    {u"; MOVLW 10 : x", {{0, 14, comment}}},
+    {u"NOP;x", {{0, 3, mnemonic}, {3, 2, comment}}},
     // A colon in the comment makes no label.
-    {u"NOP ; a: b", {{0, 3, mnemonico}, {4, 6, comentario}}},
+    {u"NOP ; a: b", {{0, 3, mnemonic}, {4, 6, comment}}},
 };
 
 TEST(resaltado, cuts_a_line_as_the_assembler_does) {
   for (const linea_cortada& one : lines)
-    EXPECT_EQ(analiza(one.line), one.parts) << QString::fromUtf16(one.line).toStdString();
+    EXPECT_EQ(coloured_parts(one.line), one.parts) << QString::fromUtf16(one.line).toStdString();
 }
 
 TEST(resaltado, knows_every_mnemonic_of_the_table_in_either_case) {
@@ -74,16 +75,16 @@ TEST(resaltado, knows_every_mnemonic_of_the_table_in_either_case) {
     if (row.mnemonic.empty()) continue;
     const QString word =
         QString::fromLatin1(row.mnemonic.data(), static_cast<qsizetype>(row.mnemonic.size()));
-    const std::vector<trozo> whole = {{0, static_cast<int>(word.size()), mnemonico}};
-    EXPECT_EQ(analiza(word), whole) << word.toStdString();
-    EXPECT_EQ(analiza(word.toLower()), whole) << word.toStdString();
+    const std::vector<coloured_part> whole = {{0, static_cast<int>(word.size()), mnemonic}};
+    EXPECT_EQ(coloured_parts(word), whole) << word.toStdString();
+    EXPECT_EQ(coloured_parts(word.toLower()), whole) << word.toStdString();
   }
 }
 
 TEST(resaltado, a_line_longer_than_any_statement_has_no_parts) {
   const QString word = QStringLiteral("MOVLW 10 ");
-  EXPECT_FALSE(analiza(word).empty());
-  EXPECT_TRUE(analiza(word.repeated(200'000)).empty());
+  EXPECT_FALSE(coloured_parts(word).empty());
+  EXPECT_TRUE(coloured_parts(word.repeated(200'000)).empty());
 }
 
 // Of such a line nothing is read behind the longest statement: here there is nothing that could be.
@@ -94,16 +95,16 @@ TEST(resaltado, a_line_longer_than_any_statement_costs_nothing) {
   constexpr std::size_t longest_statement = 2001 * sizeof(char16_t);
   ASSERT_EQ(::mprotect(closed, longest_statement, PROT_READ), 0);
   const QStringView line(static_cast<const char16_t*>(closed), bytes / sizeof(char16_t));
-  EXPECT_EXIT(::_exit(analiza(line).empty() ? 0 : 1), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(::_exit(coloured_parts(line).empty() ? 0 : 1), testing::ExitedWithCode(0), "");
   ::munmap(closed, bytes);
 }
 
 TEST(resaltado, a_line_is_as_long_as_it_is_before_its_comment) {
   const QString line = QStringLiteral("MOVLW 10 ;") + QString(5000, QLatin1Char('x'));
-  const std::vector<trozo> wanted = {{0, 5, mnemonico}, {6, 2, numero}, {9, 5001, comentario}};
-  EXPECT_EQ(analiza(line), wanted);
+  const std::vector<coloured_part> wanted = {{0, 5, mnemonic}, {6, 2, number}, {9, 5001, comment}};
+  EXPECT_EQ(coloured_parts(line), wanted);
   const QString code = QStringLiteral("X EQU ") + QString(2000, QLatin1Char('0'));
-  EXPECT_TRUE(analiza(code).empty());
+  EXPECT_TRUE(coloured_parts(code).empty());
   EXPECT_TRUE(odd_parts(code + QLatin1Char('x'), {}).empty());
   EXPECT_FALSE(definition_in(QStringView(code)).has_value());
 }
@@ -141,15 +142,15 @@ TEST(resaltado, every_colour_can_be_read_on_every_palette) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
-    const colores_fuente colours(palette);
-    for (std::size_t i = 0; i < partes; ++i) {
-      EXPECT_GE(contraste(colours.letras[i], one.base), contraste_minimo) << one.name << ' ' << i;
-      EXPECT_GE(contraste(colours.letras[i], colours.fondo_error), contraste_minimo) << one.name << ' ' << i;
+    const source_colours colours(palette);
+    for (std::size_t i = 0; i < source_parts; ++i) {
+      EXPECT_GE(contrast(colours.of_part[i], one.base), least_contrast) << one.name << ' ' << i;
+      EXPECT_GE(contrast(colours.of_part[i], colours.error_ground), least_contrast) << one.name << ' ' << i;
     }
-    EXPECT_GE(contraste(one.text, colours.fondo_error), contraste_minimo) << one.name;
-    EXPECT_GE(contraste(colours.numero_error, colours.sello_error), contraste_minimo) << one.name;
-    EXPECT_GE(contraste(colours.numero_margen, colours.fondo_margen), contraste_minimo) << one.name;
-    EXPECT_GE(contraste(colours.numero_actual, colours.fondo_margen), contraste_minimo) << one.name;
+    EXPECT_GE(contrast(one.text, colours.error_ground), least_contrast) << one.name;
+    EXPECT_GE(contrast(colours.error_number, colours.error_number_ground), least_contrast) << one.name;
+    EXPECT_GE(contrast(colours.margin_number, colours.margin_ground), least_contrast) << one.name;
+    EXPECT_GE(contrast(colours.current_number, colours.margin_ground), least_contrast) << one.name;
   }
 }
 
@@ -159,8 +160,8 @@ TEST(resaltado, the_mark_of_an_error_stands_out_without_its_hue) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
-    const colores_fuente colours(palette);
-    EXPECT_GE(contraste(colours.sello_error, colours.fondo_margen), 3) << one.name;
+    const source_colours colours(palette);
+    EXPECT_GE(contrast(colours.error_number_ground, colours.margin_ground), 3) << one.name;
   }
 }
 
@@ -169,9 +170,9 @@ TEST(resaltado, the_underline_of_an_operand_stands_out_without_its_hue) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
-    const colores_fuente colours(palette);
-    EXPECT_GE(contraste(colours.underline, one.base), 3) << one.name;
-    EXPECT_GE(contraste(colours.underline, colours.fondo_error), 3) << one.name;
+    const source_colours colours(palette);
+    EXPECT_GE(contrast(colours.underline, one.base), 3) << one.name;
+    EXPECT_GE(contrast(colours.underline, colours.error_ground), 3) << one.name;
   }
 }
 
@@ -180,9 +181,9 @@ TEST(resaltado, parts_that_stand_side_by_side_differ) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
-    const colores_fuente colours(palette);
-    for (std::size_t i = 0; i < partes; ++i)
-      for (std::size_t j = 0; j < i; ++j) EXPECT_NE(colours.letras[i], colours.letras[j]) << one.name;
+    const source_colours colours(palette);
+    for (std::size_t i = 0; i < source_parts; ++i)
+      for (std::size_t j = 0; j < i; ++j) EXPECT_NE(colours.of_part[i], colours.of_part[j]) << one.name;
   }
 }
 

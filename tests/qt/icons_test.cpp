@@ -1,12 +1,12 @@
 // The program's icon, in the window and in the menu.
+#include "ui/qt/look/icons.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QImage>
 #include <QPixmap>
-
-#include "ui/qt/iconos.h"
 
 namespace estructura {
 namespace {

@@ -20,12 +20,12 @@
 
 #include "core/devices.h"
 #include "tests/support/qt_window.h"
-#include "ui/qt/colores.h"
-#include "ui/qt/lista.h"
-#include "ui/qt/mapa.h"
-#include "ui/qt/novedades.h"
-#include "ui/qt/piezas.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/look/colours.h"
+#include "ui/qt/widgets/controls.h"
+#include "ui/qt/widgets/list_view.h"
+#include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/window/change_marks.h"
+#include "ui/qt/window/main_window.h"
 
 namespace estructura {
 namespace {
@@ -39,19 +39,19 @@ class aspecto : public support::ventana_real<> {
     QCoreApplication::processEvents();
   }
 
-  std::uint32_t lines(id list, int index = 0) { return at<vista_lista>(list, index).marcadas(); }
-  std::uint32_t characters(id label) { return at<rotulo>(label).marcados(); }
+  std::uint32_t lines(id list, int index = 0) { return at<list_view>(list, index).changed_rows(); }
+  std::uint32_t characters(id label) { return at<text_label>(label).changed_characters(); }
   void program(std::initializer_list<int> words) {
     chipstate& chip = record.poke();
     int address = 0;
     for (const int word : words) chip.progmem[address++] = static_cast<std::uint16_t>(word);
     chip.cpu.pc = 0;
     record.refresh();
-    window.actualiza();
+    window.refresh();
   }
   void choose_device(std::string_view name) {
     record.pick(id::PIC, name);
-    window.actualiza();
+    window.refresh();
     QCoreApplication::processEvents();
   }
   /// Every control's place in the window, by name.
@@ -68,11 +68,11 @@ class aspecto : public support::ventana_real<> {
 // --- what changed ---
 
 TEST(novedades, the_characters_at_which_texts_differ) {
-  EXPECT_EQ(diferencia("00011000", "00011000"), 0U);
-  EXPECT_EQ(diferencia("00011000", "00011101"), 0b00000101U);
-  EXPECT_EQ(diferencia("10000000", "00000000"), 0b10000000U);
-  EXPECT_EQ(diferencia("99", "100"), 0b111U);
-  EXPECT_EQ(diferencia("12", ""), 0U);
+  EXPECT_EQ(difference("00011000", "00011000"), 0U);
+  EXPECT_EQ(difference("00011000", "00011101"), 0b00000101U);
+  EXPECT_EQ(difference("10000000", "00000000"), 0b10000000U);
+  EXPECT_EQ(difference("99", "100"), 0b111U);
+  EXPECT_EQ(difference("12", ""), 0U);
 }
 
 TEST_F(aspecto, at_the_start_nothing_is_marked) {
@@ -135,7 +135,7 @@ TEST_F(aspecto, what_changes_no_view_of_the_machine_leaves_the_marks) {
   click(id::sl, 1);
   click(id::sl, 0);
   record.type(id::INS, "NOP");
-  window.actualiza();
+  window.refresh();
   auto& list = at<QListView>(id::MP);
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(1, 0)).center());
   EXPECT_EQ(lines(id::RE), 0b11U);
@@ -155,13 +155,13 @@ TEST_F(aspecto, marks_change_neither_texts_nor_backgrounds) {
 TEST_F(aspecto, a_marked_line_is_painted_on_another_ground_with_a_bar_and_in_bold) {
   program({0xC55, 0x028});
   click(id::eje1);
-  auto& list = at<vista_lista>(id::MDP);
+  auto& list = at<list_view>(id::MDP);
   const QRect row = list.visualRect(list.model()->index(8, 0));
   const QImage before = list.viewport()->grab(row).toImage();
   click(id::eje1);
   ASSERT_EQ(lines(id::MDP) >> 8 & 1U, 1U);
   const QImage marked = list.viewport()->grab(row).toImage();
-  list.pon_novedades(0);
+  list.set_changes(0);
   const QImage plain = list.viewport()->grab(row).toImage();
   // The same text either way: it is the mark that differs, at the edge and in the middle.
   const int middle = row.height() / 2;
@@ -209,7 +209,7 @@ TEST_F(aspecto, during_a_run_nothing_is_marked_and_afterwards_all_that_the_run_c
 
 TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_focus) {
   for (const id which : {id::PIL, id::nombres, id::nomre, id::dirmd}) {
-    auto& list = at<vista_lista>(which);
+    auto& list = at<list_view>(which);
     const QRect row = list.visualRect(list.model()->index(1, 0));
     const QImage plain = list.viewport()->grab(row).toImage();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row.center());
@@ -222,20 +222,20 @@ TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_
 }
 
 TEST_F(aspecto, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
-  auto& sleep = at<casilla>(id::estsleep);
+  auto& sleep = at<check_box>(id::estsleep);
   const QImage shown = sleep.grab().toImage();
-  sleep.solo_muestra = false;
+  sleep.display_only = false;
   EXPECT_NE(sleep.grab().toImage(), shown);
-  EXPECT_FALSE(at<casilla>(id::VISMP).solo_muestra);
+  EXPECT_FALSE(at<check_box>(id::VISMP).display_only);
 }
 
 TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {
   const QPalette palette = QApplication::palette("QMenu");
-  EXPECT_GE(contraste(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Window)),
-            contraste_minimo);
+  EXPECT_GE(contrast(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Window)),
+            least_contrast);
   EXPECT_GE(
-      contraste(palette.color(QPalette::Disabled, QPalette::WindowText), palette.color(QPalette::Window)),
-      contraste_minimo);
+      contrast(palette.color(QPalette::Disabled, QPalette::WindowText), palette.color(QPalette::Window)),
+      least_contrast);
 }
 
 // --- program ---
@@ -243,11 +243,11 @@ TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {
 TEST_F(aspecto, the_next_instruction_has_an_arrow_wherever_the_selection_is) {
   program({0, 0, 0});
   click(id::eje1);
-  auto& list = at<vista_lista>(id::MP);
-  EXPECT_EQ(list.siguiente(), 1);
+  auto& list = at<list_view>(id::MP);
+  EXPECT_EQ(list.next_row(), 1);
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(5, 0)).center());
-  EXPECT_EQ(list.actual(), 5);
-  EXPECT_EQ(list.siguiente(), 1);
+  EXPECT_EQ(list.current_row(), 5);
+  EXPECT_EQ(list.next_row(), 1);
   const auto gutter = [&](int row) {
     const QRect line = list.visualRect(list.model()->index(row, 0));
     return list.viewport()
@@ -263,8 +263,8 @@ TEST_F(aspecto, a_breakpoint_keeps_its_star_and_has_a_disc) {
   record.type(id::direc, "002");
   click(id::break_);
   record.type(id::direc, "004");
-  window.actualiza();
-  auto& list = at<vista_lista>(id::MP);
+  window.refresh();
+  auto& list = at<list_view>(id::MP);
   EXPECT_TRUE(list.model()->index(2, 0).data().toString().startsWith('*'));
   const QRect line = list.visualRect(list.model()->index(2, 0));
   const QImage row = list.viewport()->grab(line).toImage();
@@ -300,7 +300,7 @@ class mapa : public testing::Test {
   /// The map as painted, in the screen's own pixels, without its frame.
   QImage painted(int height, double ratio) {
     ++view.changes;
-    map.pon(view);
+    map.set_view(view);
     map.resize(40, height + 2 * map.frameWidth());
     QImage picture(map.size() * ratio, QImage::Format_RGB32);
     picture.setDevicePixelRatio(ratio);
@@ -332,7 +332,7 @@ class mapa : public testing::Test {
   static QRgb plain(const QColor& colour) { return colour.rgb() & RGB_MASK; }
 
   map_view view;
-  mapa_qt map;
+  memory_map map;
 };
 
 // Heights that give several addresses to a pixel, and several pixels to an address.
@@ -358,7 +358,7 @@ TEST_F(mapa, an_address_paints_its_own_rows_of_pixels_and_no_others) {
     view.marker = r.address;
     const QImage picture = painted(r.height, r.ratio);
     EXPECT_EQ(rows(picture, Qt::red, true), r.expected) << r.address;
-    EXPECT_EQ(rows(picture, fondo_mapa(), false).size(), static_cast<std::size_t>(picture.height()));
+    EXPECT_EQ(rows(picture, map_ground(), false).size(), static_cast<std::size_t>(picture.height()));
   }
 }
 
@@ -368,7 +368,7 @@ TEST_F(mapa, knows_no_colour_but_its_three_and_the_ground) {
   view.marker = 777;
   for (const double ratio : {1.0, 1.25, 1.5, 2.0})
     EXPECT_EQ(colours(painted(500, ratio)),
-              (std::set<QRgb>{plain(Qt::yellow), plain(Qt::blue), plain(Qt::red), plain(fondo_mapa())}))
+              (std::set<QRgb>{plain(Qt::yellow), plain(Qt::blue), plain(Qt::red), plain(map_ground())}))
         << ratio;
 }
 
@@ -388,9 +388,9 @@ TEST_F(mapa, of_several_addresses_on_one_pixel_shows_a_breakpoint_before_a_word_
 
 TEST_F(mapa, a_press_of_any_button_counts_and_so_does_the_second_of_a_double_click) {
   std::vector<double> pressed;
-  map.pulsado = [&](double y) { pressed.push_back(y); };
+  map.pressed = [&](double y) { pressed.push_back(y); };
   painted(410, 1);
-  const QPoint place(5, static_cast<int>(map.altura(1000)));
+  const QPoint place(5, static_cast<int>(map.y_of_row(1000)));
   for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
     QTest::mouseClick(&map, button, {}, place);
   EXPECT_EQ(pressed.size(), 4U);
@@ -442,7 +442,7 @@ TEST_F(map_margins, shows_a_disc_at_each_breakpoint_and_none_for_words) {
     // Whole, also where its row is at the end.
     EXPECT_NEAR(static_cast<double>(disc.size()), 12, 2) << address;
     const double middle = (disc.front() + disc.back()) / 2.0;
-    EXPECT_NEAR(middle, std::clamp(map.altura(address), 6.0, strip.height() - 6.0), 1.5) << address;
+    EXPECT_NEAR(middle, std::clamp(map.y_of_row(address), 6.0, strip.height() - 6.0), 1.5) << address;
   }
 }
 
@@ -454,8 +454,8 @@ TEST_F(map_margins, shows_an_arrow_at_the_marker_and_nothing_without_one) {
     view.marker = address;
     const std::vector<int> arrow = marked(strip);
     ASSERT_GE(arrow.size(), 8U) << address;
-    EXPECT_LE(arrow.front(), map.altura(address) + 1) << address;
-    EXPECT_GE(arrow.back(), map.altura(address) - 1) << address;
+    EXPECT_LE(arrow.front(), map.y_of_row(address) + 1) << address;
+    EXPECT_GE(arrow.back(), map.y_of_row(address) - 1) << address;
   }
 }
 
@@ -463,8 +463,8 @@ TEST_F(map_margins, is_the_map_for_the_mouse) {
   map_margin strip(map, map_margin::marks::breakpoints);
   marked(strip);
   double pressed = -1;
-  map.pulsado = [&](double y) { pressed = y; };
-  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(3, static_cast<int>(map.altura(1500))));
+  map.pressed = [&](double y) { pressed = y; };
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, QPoint(3, static_cast<int>(map.y_of_row(1500))));
   EXPECT_NEAR(pressed, 1500, 5);
 }
 
@@ -509,7 +509,7 @@ TEST_F(aspecto, nothing_moves_when_values_grow_or_the_program_hides) {
   record.click(id::WATCHDOG);
   record.click(id::VISMP);
   record.click(id::sl, 1);
-  window.actualiza();
+  window.refresh();
   QCoreApplication::processEvents();
   for (const auto& [name, place] : places()) {
     const auto there = before.find(name);
@@ -620,7 +620,7 @@ TEST_F(aspecto, a_box_with_the_focus_has_a_thicker_edge) {
     int found = 0;
     for (int y = 0; y < picture.height(); ++y)
       for (int x = 0; x < picture.width(); ++x)
-        if (contraste(picture.pixelColor(x, y), text) < 2) ++found;
+        if (contrast(picture.pixelColor(x, y), text) < 2) ++found;
     return found;
   };
   const int without = dark_pixels();
@@ -636,7 +636,7 @@ TEST_F(aspecto, the_window_follows_the_desktop_from_light_to_dark) {
   QCoreApplication::processEvents();
   EXPECT_EQ(window.palette().color(QPalette::Window), QColor(45, 47, 51));
   // What was worked out for the light palette would be dark upon dark.
-  EXPECT_GE(contraste(window.palette().color(QPalette::Disabled, QPalette::WindowText), QColor(45, 47, 51)),
+  EXPECT_GE(contrast(window.palette().color(QPalette::Disabled, QPalette::WindowText), QColor(45, 47, 51)),
             4.5);
   EXPECT_EQ(at(id::source).palette().color(QPalette::Base), QColor(30, 31, 34));
   // A selection that is not seen has the colour of the rest of the text.

@@ -17,7 +17,7 @@
 #include <QTest>
 
 #include "tests/support/qt_window.h"
-#include "ui/qt/editor_fuente.h"
+#include "ui/qt/widgets/source_editor.h"
 
 namespace estructura {
 
@@ -41,7 +41,7 @@ class silent_host final : public qt_host {
 
 class ventana_de_prueba : public support::ventana_real<silent_host> {
  protected:
-  editor_fuente& fuente() { return at<editor_fuente>(id::source); }
+  source_editor& fuente() { return at<source_editor>(id::source); }
   std::string texto() { return record.look(id::source).text(); }
   void write_file(const QString& letters) {
     fuente().setFocus();

@@ -4,7 +4,7 @@
 
 #include <QTextDocument>
 
-#include "ui/qt/texto_qt.h"
+#include "ui/qt/text/text_conversion.h"
 
 namespace estructura {
 namespace {
@@ -42,42 +42,41 @@ constexpr lugar_de_texto places[] = {
 
 TEST(texto_qt, a_character_and_its_unit_name_the_same_place) {
   for (const lugar_de_texto& place : places) {
-    EXPECT_EQ(unidad_de_caracter(place.text, place.character), place.unit)
+    EXPECT_EQ(unit_of_char(place.text, place.character), place.unit)
         << place.text << " at " << place.character;
-    EXPECT_EQ(caracter_de_unidad(place.text, place.unit), place.character)
-        << place.text << " unit " << place.unit;
+    EXPECT_EQ(char_of_unit(place.text, place.unit), place.character) << place.text << " unit " << place.unit;
   }
 }
 
 TEST(texto_qt, a_character_within_a_line_end_is_the_place_before_it) {
-  EXPECT_EQ(unidad_de_caracter("uno\r\ndos", 4), 3);
+  EXPECT_EQ(unit_of_char("uno\r\ndos", 4), 3);
 }
 
 TEST(texto_qt, a_place_past_the_end_is_the_end) {
-  EXPECT_EQ(unidad_de_caracter("a\r\nb", 99), 3);
-  EXPECT_EQ(caracter_de_unidad("a\r\nb", 99), 4);
+  EXPECT_EQ(unit_of_char("a\r\nb", 99), 3);
+  EXPECT_EQ(char_of_unit("a\r\nb", 99), 4);
 }
 
 TEST(texto_qt, every_line_end_of_a_widget_becomes_cr_lf) {
-  EXPECT_EQ(de_qt(QStringLiteral("a\nb")), "a\r\nb");
-  EXPECT_EQ(de_qt(QStringLiteral("a\r\nb\rc")), "a\r\nb\r\nc");
-  EXPECT_EQ(de_qt(QStringLiteral("a\u2029b\u2028c")), "a\u2029b\u2028c");
+  EXPECT_EQ(from_qt(QStringLiteral("a\nb")), "a\r\nb");
+  EXPECT_EQ(from_qt(QStringLiteral("a\r\nb\rc")), "a\r\nb\r\nc");
+  EXPECT_EQ(from_qt(QStringLiteral("a\u2029b\u2028c")), "a\u2029b\u2028c");
 }
 
 TEST(texto_qt, a_text_comes_back_as_it_went) {
   for (const char* text : {"", "uno", "uno\r\ndos\r\n", "\r\n", "año 'ñ' \xF0\x9D\x84\x9E\r\n fin"})
-    EXPECT_EQ(de_qt(a_qt(text)), text);
+    EXPECT_EQ(from_qt(to_qt(text)), text);
 }
 
 TEST(texto_qt, a_document_takes_nothing_for_a_line_end_that_is_none) {
   const char* const text = "a\u2028b\u2029c\uFDD0d\uFDD1e\r\nf";
   QTextDocument document;
-  document.setPlainText(a_documento(text));
+  document.setPlainText(to_document(text));
   EXPECT_EQ(document.blockCount(), 2);
-  EXPECT_EQ(document.characterCount() - 1, unidades(text));
-  EXPECT_EQ(de_documento(document.toRawText()), text);
+  EXPECT_EQ(document.characterCount() - 1, unit_count(text));
+  EXPECT_EQ(from_document(document.toRawText()), text);
   // What the person types there with Shift and Enter is a line end.
-  EXPECT_EQ(de_documento(QStringLiteral("a\u2028b")), "a\r\nb");
+  EXPECT_EQ(from_document(QStringLiteral("a\u2028b")), "a\r\nb");
 }
 
 struct cambio_esperado {
@@ -111,7 +110,7 @@ constexpr cambio_esperado changes[] = {
 
 TEST(texto_qt, a_change_is_the_least_that_makes_one_text_the_other) {
   for (const cambio_esperado& one : changes) {
-    const cambio got = cambio_entre(one.before, one.after, one.caret);
+    const text_change got = change_between(one.before, one.after, one.caret);
     EXPECT_EQ(got.start, one.start) << one.before << " -> " << one.after;
     EXPECT_EQ(got.end, one.end) << one.before << " -> " << one.after;
     EXPECT_EQ(got.text.toStdString(), one.text) << one.before << " -> " << one.after;
@@ -123,20 +122,20 @@ TEST(texto_qt, a_change_done_in_the_widget_gives_the_other_text) {
                                           "\r\na"};
   for (const std::string& before : texts)
     for (const std::string& after : texts)
-      for (int caret = 0; caret <= unidades(before); ++caret) {
-        const cambio got = cambio_entre(before, after, caret);
-        QString text = a_qt(before);
+      for (int caret = 0; caret <= unit_count(before); ++caret) {
+        const text_change got = change_between(before, after, caret);
+        QString text = to_qt(before);
         text.replace(got.start, got.end - got.start, got.text);
-        EXPECT_EQ(de_qt(text), after) << before << " -> " << after << " at " << caret;
+        EXPECT_EQ(from_qt(text), after) << before << " -> " << after << " at " << caret;
       }
 }
 
 TEST(texto_qt, a_megabyte_of_lines_is_converted_there_and_back) {
   std::string lines;
   while (lines.size() < 1'000'000) lines += "NOP ; algo\r\n";
-  const QString shown = a_qt(lines);
-  EXPECT_EQ(unidades(lines), shown.size());
-  EXPECT_EQ(de_qt(shown), lines);
+  const QString shown = to_qt(lines);
+  EXPECT_EQ(unit_count(lines), shown.size());
+  EXPECT_EQ(from_qt(shown), lines);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 // The keyboard: function keys as clicks on their buttons that leave the focus alone, mnemonics, arrow keys
 // and Enter in lists.
+#include "ui/qt/window/shortcuts.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -13,7 +15,6 @@
 #include <QTimer>
 
 #include "tests/qt/open_window.h"
-#include "ui/qt/teclas.h"
 
 namespace estructura {
 namespace {
@@ -78,7 +79,7 @@ TEST_F(teclado, enter_after_f7_in_the_frequency_does_not_end_the_program) {
 TEST_F(teclado, enter_after_f7_on_the_entry_button_erases_nothing) {
   record.type(id::direc, "000");
   record.type(id::INS, "NOP");
-  window.actualiza();
+  window.refresh();
   at(id::Entrarins).setFocus(Qt::TabFocusReason);
   ASSERT_EQ(QApplication::focusWidget(), &at(id::Entrarins));
   pulsa(Qt::Key_F7);
@@ -89,7 +90,7 @@ TEST_F(teclado, enter_after_f7_on_the_entry_button_erases_nothing) {
 
 TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
   record.click_row(id::RE, 0, 1);
-  window.actualiza();
+  window.refresh();
   at<QLineEdit>(id::dat).setText("5");
   tecla(Qt::Key_F8);
   EXPECT_EQ(record.focused(), (focus_place{id::dat, 0}));
@@ -165,7 +166,7 @@ TEST_F(teclado, a_held_enter_presses_a_button_once_and_the_step_button_many_time
 
 TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
   record.type(id::direc, "00A");
-  window.actualiza();
+  window.refresh();
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 1);
   EXPECT_EQ(record.focused(), (focus_place{id::direc, 0}));
@@ -175,7 +176,7 @@ TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
 
 TEST_F(teclado, f9_does_nothing_without_an_address) {
   record.type(id::direc, "7");
-  window.actualiza();
+  window.refresh();
   ASSERT_FALSE(at(id::break_).isEnabled());
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
@@ -259,7 +260,7 @@ class in_the_listing : public teclado {
     lst().setFocus(Qt::TabFocusReason);
     for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
     record.press_map(100);
-    window.actualiza();
+    window.refresh();
   }
   QPlainTextEdit& lst() { return at<QPlainTextEdit>(id::lst); }
   void release_key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -310,7 +311,7 @@ TEST_F(in_the_listing, keys_that_are_commands_are_no_key_of_it) {
   release_key(Qt::Key_0);
   EXPECT_EQ(record.look(id::MP).row(), 1);
   record.press_map(100);
-  window.actualiza();
+  window.refresh();
   tecla(Qt::Key_Down);
   tecla(Qt::Key_Up);
   EXPECT_EQ(record.look(id::MP).row(), 1);

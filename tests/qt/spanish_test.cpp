@@ -1,6 +1,8 @@
 // That nothing Qt says by itself is left in another language: menus, boxes, the file dialog, keys. Run once
 // for each of several languages of the desktop, and without Qt's own catalogue of translations, as where it
 // is not installed.
+#include "ui/qt/text/spanish.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <set>
@@ -32,10 +34,9 @@
 #include <QTreeView>
 
 #include "tests/support/hang.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
-#include "ui/qt/espanol.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/window/application.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace estructura {
 namespace {
@@ -139,7 +140,7 @@ class espanol : public testing::Test {
  protected:
   espanol() : window((record.Form_Load(), record)) {
     QCoreApplication::installTranslator(&probe);
-    host.pon_ventana(&window);
+    host.set_window(&window);
     window.show();
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window, support::hang_ms));
@@ -211,7 +212,7 @@ class espanol : public testing::Test {
   QTemporaryDir folder;
   qt_host host;
   Estructura record{host};
-  ventana window;
+  main_window window;
 };
 
 // --- context menus ---
@@ -227,7 +228,7 @@ std::string menu_de_texto() {
 TEST_F(espanol, the_menu_of_the_source_names_commands_and_keys) {
   record.type(id::source, "NOP");
   record.select(id::source, 0, 3);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(menu_of(*at<QPlainTextEdit>(id::source).viewport()), menu_de_texto());
 }
 
@@ -235,13 +236,13 @@ TEST_F(espanol, the_menu_of_the_listing_copies) {
   record.type(id::source, "NOP");
   record.click(id::Ensamblar);
   record.click(id::sl, 1);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(menu_of(*at<QPlainTextEdit>(id::lst).viewport()), "Copiar\tCtrl+C | Seleccionar todo\tCtrl+A");
 }
 
 TEST_F(espanol, the_menu_of_every_line_of_entry_is_the_same) {
   record.click_row(id::RE, 0, 1);
-  window.actualiza();
+  window.refresh();
   for (const id which : {id::direc, id::INS, id::FREC, id::FR, id::dat})
     EXPECT_EQ(menu_of(at(which)), menu_de_texto()) << at(which).objectName().toStdString();
 }
@@ -451,7 +452,7 @@ TEST_F(espanol, actions_offered_to_a_screen_reader) {
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   QApplication app(argc, argv);
-  estructura::prepara_aplicacion(app);
+  estructura::set_up_application(app);
   for (auto* const catalogue : app.findChildren<QTranslator*>())
     if (!catalogue->filePath().isEmpty()) QCoreApplication::removeTranslator(catalogue);
   return RUN_ALL_TESTS();

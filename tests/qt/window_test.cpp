@@ -32,9 +32,9 @@
 #include "core/devices.h"
 #include "tests/support/hang.h"
 #include "tests/support/qt_window.h"
-#include "ui/qt/dialogo_ficheros.h"
-#include "ui/qt/mapa.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/window/file_dialog.h"
+#include "ui/qt/window/main_window.h"
 
 namespace estructura {
 namespace {
@@ -104,7 +104,7 @@ class ventana_abierta : public support::ventana_real<> {
 TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
   for (const auto& [device, model] : catalogue) {
     record.pick(id::PIC, device);
-    window.actualiza();
+    window.refresh();
     EXPECT_LE(window.least().width(), 1366) << device;
     EXPECT_LE(window.least().height(), 720) << device;
   }
@@ -114,7 +114,7 @@ TEST_F(ventana_abierta, nothing_moves_when_the_device_changes) {
   const QPoint before = at(id::MD, 0).mapTo(&window, QPoint());
   const QSize size = window.least();
   record.pick(id::PIC, "12C508");
-  window.actualiza();
+  window.refresh();
   QCoreApplication::processEvents();
   EXPECT_EQ(at(id::MD, 0).mapTo(&window, QPoint()), before);
   EXPECT_EQ(window.least(), size);
@@ -124,11 +124,11 @@ TEST_F(ventana_abierta, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
   const QPoint trisa = at(id::TRISA).pos();
   EXPECT_NE(at(id::TRISB).pos(), trisa);
   record.pick(id::PIC, "12C508");
-  window.actualiza();
+  window.refresh();
   QCoreApplication::processEvents();
   EXPECT_EQ(at(id::TRISB).pos(), trisa);
   record.pick(id::PIC, "16C54");
-  window.actualiza();
+  window.refresh();
   QCoreApplication::processEvents();
   EXPECT_NE(at(id::TRISB).pos(), trisa);
 }
@@ -226,7 +226,7 @@ TEST_F(ventana_abierta, a_click_on_the_line_that_is_selected_is_a_click_again) {
   auto& direc = at<QLineEdit>(id::direc);
   EXPECT_EQ(direc.text(), "005");
   record.type(id::direc, "0");
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(direc.text(), "0");
   click_row(id::MP, 0, 5);
   EXPECT_EQ(direc.text(), "005");
@@ -248,8 +248,8 @@ TEST_F(ventana_abierta, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
   for (int time = 0; time < 2; ++time) {
     list.scrollToTop();
     EXPECT_FALSE(in_sight(1000));
-    const auto& map = at<mapa_qt>(id::mapa);
-    QTest::mouseClick(&at(id::mapa), Qt::LeftButton, {}, QPoint(5, static_cast<int>(map.altura(1000.5))));
+    const auto& map = at<memory_map>(id::mapa);
+    QTest::mouseClick(&at(id::mapa), Qt::LeftButton, {}, QPoint(5, static_cast<int>(map.y_of_row(1000.5))));
     const int chosen = list.currentIndex().row();
     EXPECT_NEAR(chosen, 1000, 3);
     EXPECT_TRUE(in_sight(chosen));
@@ -340,7 +340,7 @@ TEST_F(small_window, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
   run_program([&] { return running(); },
               [&] {
                 across.setValue(across.maximum());
-                window.actualiza();
+                window.refresh();
                 seen = across.value();
                 QTest::keyClick(&window, Qt::Key_F5);
               });
@@ -395,7 +395,7 @@ TEST_F(ventana_abierta, what_an_editing_button_inserts_can_be_undone) {
 TEST_F(ventana_abierta, a_line_of_entry_holds_what_the_record_holds_however_long) {
   const std::string text(40'000, 'A');
   record.type(id::INS, text);
-  window.actualiza();
+  window.refresh();
   EXPECT_EQ(at<QLineEdit>(id::INS).text().toStdString(), text);
 }
 
@@ -510,7 +510,7 @@ class watchdog_run : public ventana_abierta {
   watchdog_run() {
     record.type(id::FREC, "32");
     record.click(id::WATCHDOG);
-    window.actualiza();
+    window.refresh();
     chipstate& chip = record.poke();
     chip.progmem[2047] = 0xC00;  // MOVLW 00
     chip.progmem[0] = 0x002;     // OPTION: no divisor
@@ -812,13 +812,13 @@ TEST_F(ventana_abierta, only_the_left_button_chooses_a_line) {
   }
 }
 
-TEST(carpeta_ejemplos, is_found_beside_an_installed_program_and_above_a_built_one) {
+TEST(examples_folder, is_found_beside_an_installed_program_and_above_a_built_one) {
   const QTemporaryDir place;
   ASSERT_TRUE(QDir(place.path()).mkpath("usr/share/estructura/ejemplos"));
   ASSERT_TRUE(QDir(place.path()).mkpath("clon/ejemplos"));
-  EXPECT_EQ(carpeta_ejemplos(place.filePath("usr/bin")), place.filePath("usr/share/estructura/ejemplos"));
-  EXPECT_EQ(carpeta_ejemplos(place.filePath("clon/build/release/ui/qt")), place.filePath("clon/ejemplos"));
-  EXPECT_EQ(carpeta_ejemplos(place.filePath("opt/bin")), "");
+  EXPECT_EQ(examples_folder(place.filePath("usr/bin")), place.filePath("usr/share/estructura/ejemplos"));
+  EXPECT_EQ(examples_folder(place.filePath("clon/build/release/ui/qt")), place.filePath("clon/ejemplos"));
+  EXPECT_EQ(examples_folder(place.filePath("opt/bin")), "");
 }
 
 TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {

@@ -36,10 +36,10 @@
 #include "tests/model/random_source.h"
 #include "tests/random/warnings.h"
 #include "tests/support/hang.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/aplicacion.h"
-#include "ui/qt/mapa.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/window/application.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace {
 
@@ -153,7 +153,7 @@ class picture_counter final : public QObject {
 class session {
  public:
   explicit session(int gestures) : gestures_(gestures), shown_((window_.Form_Load(), window_)) {
-    host_.pon_ventana(&shown_);
+    host_.set_window(&shown_);
     painted_.painted = [this] { end_rest(); };
     shown_.installEventFilter(&painted_);
     for (const int vector : {0x1FF, 0x3FF, 0x7FF}) window_.poke().progmem[vector] = 0xA00;
@@ -317,9 +317,10 @@ class session {
   }
 
   void press_map() {
-    const auto& map = at<mapa_qt>(id::mapa);
+    const auto& map = at<memory_map>(id::mapa);
     const int row = static_cast<int>(chance_.below(512));
-    QTest::mouseClick(&at(id::mapa), Qt::LeftButton, {}, QPoint(5, static_cast<int>(map.altura(row + 0.5))));
+    QTest::mouseClick(&at(id::mapa), Qt::LeftButton, {},
+                      QPoint(5, static_cast<int>(map.y_of_row(row + 0.5))));
   }
 
   // --- the end ---
@@ -366,7 +367,7 @@ class session {
   host host_;
   Estructura window_{host_};
   picture_counter painted_;
-  ventana shown_;
+  main_window shown_;
   moment resting_;
   std::chrono::nanoseconds rested_{};
   std::int64_t painted_at_rest_ = 0;
@@ -393,7 +394,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler(random_events::warn);
   QApplication application(argc, argv);
-  prepara_aplicacion(application);
+  set_up_application(application);
   session session(gestures);
   return session.run() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

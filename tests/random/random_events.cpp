@@ -26,7 +26,7 @@
 #include "tests/random/snapshot.h"
 #include "tests/random/warnings.h"
 #include "tests/support/temporary_folder.h"
-#include "ui/qt/aplicacion.h"
+#include "ui/qt/window/application.h"
 
 namespace {
 
@@ -213,7 +213,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler(random_events::warn);
   QApplication application(argc, argv);
-  prepara_aplicacion(application);
+  set_up_application(application);
   // A window that closes ends its program, not this one.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const char* const thorough = std::getenv("ESTRUCTURA_LARGO");

@@ -3,11 +3,11 @@
 
 #include <QApplication>
 
-#include "ui/qt/aplicacion.h"
+#include "ui/qt/window/application.h"
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   QApplication app(argc, argv);
-  estructura::prepara_aplicacion(app);
+  estructura::set_up_application(app);
   return RUN_ALL_TESTS();
 }

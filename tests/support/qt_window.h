@@ -11,8 +11,8 @@
 #include <QTest>
 
 #include "tests/support/hang.h"
-#include "ui/qt/anfitrion_qt.h"
-#include "ui/qt/ventana.h"
+#include "ui/qt/window/main_window.h"
+#include "ui/qt/window/qt_host.h"
 
 namespace estructura::support {
 
@@ -20,7 +20,7 @@ template <class Host = qt_host>
 class ventana_real : public testing::Test {
  protected:
   ventana_real() : window((record.Form_Load(), record)) {
-    host.pon_ventana(&window);
+    host.set_window(&window);
     // As on a screen of 1366 by 768, whatever the screen is.
     window.resize(window.least().expandedTo({1366, 720}));
     window.show();
@@ -36,7 +36,7 @@ class ventana_real : public testing::Test {
 
   Host host;
   Estructura record{host};
-  ventana window;
+  main_window window;
 };
 
 }  // namespace estructura::support
