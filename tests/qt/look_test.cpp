@@ -21,9 +21,10 @@
 #include "core/devices.h"
 #include "tests/support/qt_window.h"
 #include "ui/qt/look/colours.h"
-#include "ui/qt/widgets/controls.h"
 #include "ui/qt/widgets/list_view.h"
 #include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/widgets/text_label.h"
+#include "ui/qt/widgets/toggles.h"
 #include "ui/qt/window/change_marks.h"
 #include "ui/qt/window/main_window.h"
 

@@ -1,4 +1,4 @@
-// The link between a control's record and its widget: what changed in the record is copied to the widget,
+// The binding between a control's record and its widget: what changed in the record is copied to the widget,
 // what the person does in the widget goes through the window's door. No rule of the simulator stands on this
 // side.
 //
@@ -16,7 +16,6 @@
 #include <QWidget>
 
 #include "ui/estructura.h"
-#include "ui/qt/look/metrics.h"
 
 namespace estructura {
 
@@ -89,10 +88,5 @@ class binding {
   unsigned changes_ = 0;
   bool seen_ = false;
 };
-
-/// The widget for a control, by kind, named after it, and its link. The widget stands on the panel, whose
-/// letters it takes, but has no place there yet.
-std::unique_ptr<binding> make_binding(const control& record, action_sink& sink, const panel_metrics& measures,
-                                      QWidget* panel);
 
 }  // namespace estructura

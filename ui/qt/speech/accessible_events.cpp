@@ -6,8 +6,6 @@
 #include <QVariant>
 #include <QWidget>
 
-#include "ui/qt/window/main_window.h"
-
 namespace estructura {
 
 namespace {
@@ -38,10 +36,9 @@ bool is_of_text(QAccessible::Event type) {
   }
 }
 
-/// Whether a frame of a run is being shown: then it is the run that changes the widget.
 bool shows_a_run(const QWidget& widget) {
-  auto* const top = dynamic_cast<main_window*>(widget.window());
-  return top != nullptr && top->copying() && top->estructura().chip().running;
+  const auto* const window = dynamic_cast<const run_display*>(widget.window());
+  return window != nullptr && window->shows_a_run();
 }
 
 void handle(QAccessibleEvent* event) {

@@ -6,6 +6,7 @@
 
 #include "ui/accessible_names.h"
 #include "ui/qt/text/text_conversion.h"
+#include "ui/qt/widgets/list_model.h"
 #include "ui/qt/widgets/list_view.h"
 
 namespace estructura {

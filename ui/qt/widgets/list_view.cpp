@@ -9,185 +9,15 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyleOptionFocusRect>
 
-#include "ui/qt/look/colours.h"
-#include "ui/qt/text/text_conversion.h"
+#include "ui/qt/look/focus_frame.h"
 
 namespace estructura {
 
-namespace {
-
-list_traits traits_of(id which) {
-  switch (which) {
-    case id::nombres: return {.rows = 16, .characters = 6, .faint_columns = 1};
-    case id::dirmd: return {.rows = 16, .characters = 2, .faint_columns = 1};
-    case id::MDP: return {.rows = 16, .characters = 2};
-    case id::MD: return {.rows = 16, .characters = 2, .padding = 3};
-    case id::nomre: return {.rows = 6, .characters = 6, .faint_columns = 1};
-    case id::RE: return {.rows = 6, .characters = 3};
-    case id::PIL: return {.rows = 2, .characters = 3};
-    // "*7FF", "FFF" and the longest instruction, "DECFSZ 1F,W", with their gaps.
-    case id::MP: return {.characters = 24, .faint_columns = 1, .several = true, .gutter = 3};
-    default: return {};
-  }
-}
-
-/// Columns of a line with tabs: the mark and address, the word, the instruction.
-constexpr int column_stop(int column) {
-  return column == 0 ? 0 : column == 1 ? 6 : 11 + (column - 2) * 8;
-}
-
-class list_delegate final : public QStyledItemDelegate {
- public:
-  list_delegate(const list_traits& traits, const panel_metrics& measures, QObject* parent)
-      : QStyledItemDelegate(parent),
-        faint_columns_(traits.faint_columns),
-        margin_(traits.padding * measures.char_width / 2 + traits.gutter * measures.char_width),
-        channel_(traits.gutter > 0),
-        several_(traits.several),
-        char_width_(measures.text_width(100) / 100.0),
-        row_height_(measures.row_height) {}
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& given, const QModelIndex& index) const override {
-    QStyleOptionViewItem option = given;
-    // A line that was clicked stays chosen, and looked as if it waited for something. Only in the program
-    // list the selection is told of from elsewhere.
-    if (!several_ && !option.widget->hasFocus()) option.state &= ~QStyle::State_Selected;
-    const QStyle& style = *option.widget->style();
-    style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-    const bool selected = (option.state & QStyle::State_Selected) != 0;
-    const bool active = (option.state & QStyle::State_Active) != 0;
-    const bool usable = (option.state & QStyle::State_Enabled) != 0;
-    const QPalette::ColorGroup group = !usable  ? QPalette::Disabled
-                                       : active ? QPalette::Active
-                                                : QPalette::Inactive;
-    const auto& list = static_cast<const list_view&>(*option.widget);
-    const QColor ground =
-        option.palette.color(group, selected ? QPalette::Highlight : list.viewport()->backgroundRole());
-    const QColor strong = option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
-    const QColor faint = selected ? strong : fainter(strong, ground);
-    const bool next = index.row() == list.next_row();
-    const bool news = index.row() < 32 && (list.changed_rows() >> index.row() & 1U) != 0;
-    if (news) paint_change(*painter, option.rect, ground, selected ? ground : change_ground(ground, strong));
-
-    QFont font = option.font;
-    font.setBold(news || next);
-    painter->setFont(font);
-    QString line = index.data(Qt::DisplayRole).toString();
-    if (channel_) {
-      if (next) paint_arrow(*painter, option.rect, strong);
-      if (line.startsWith(QLatin1Char('*'))) {
-        paint_breakpoint(*painter, option.rect, selected ? strong : breakpoint_disc(ground));
-        line[0] = QLatin1Char(' ');
-      }
-    }
-    int column = 0;
-    for (qsizetype from = 0; from <= line.size(); ++column) {
-      qsizetype to = line.indexOf(QLatin1Char('\t'), from);
-      if (to < 0) to = line.size();
-      const double x = option.rect.left() + margin_ + column_stop(column) * char_width_;
-      const QRectF cell(x, option.rect.top(), option.rect.right() - x + 1, option.rect.height());
-      painter->setPen(column < faint_columns_ ? faint : strong);
-      painter->drawText(cell, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                        line.mid(from, to - from));
-      from = to + 1;
-    }
-    if ((option.state & QStyle::State_HasFocus) != 0) {
-      QStyleOptionFocusRect focus;
-      focus.QStyleOption::operator=(option);
-      focus.state |= QStyle::State_KeyboardFocusChange;
-      focus.backgroundColor = option.palette.color(selected ? QPalette::Highlight : QPalette::Base);
-      style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
-    }
-  }
-
-  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
-    return {margin_, row_height_};
-  }
-
- private:
-  static void paint_change(QPainter& painter, const QRect& row, const QColor& ground, const QColor& marked) {
-    painter.fillRect(row.adjusted(2, 0, -2, 0), marked);
-    painter.fillRect(QRect(row.left(), row.top(), 2, row.height()), change_bar(ground));
-  }
-
-  /// A triangle that points at the line.
-  void paint_arrow(QPainter& painter, const QRect& row, const QColor& colour) const {
-    const double middle = row.top() + row.height() / 2.0;
-    const double half = char_width_ * 0.62;
-    const double left = row.left() + char_width_ * 0.35;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    painter.drawPolygon(
-        QPolygonF({{left, middle - half}, {left + 1.5 * half, middle}, {left, middle + half}}));
-    painter.restore();
-  }
-
-  /// The star of a breakpoint upon a disc.
-  void paint_breakpoint(QPainter& painter, const QRect& row, const QColor& colour) const {
-    const double radius = row.height() * 0.4;
-    // Its edge keeps off the address, which begins one character on.
-    const QPointF centre(row.left() + margin_ + char_width_ * 0.8 - radius, row.top() + row.height() / 2.0);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    painter.drawEllipse(centre, radius, radius);
-    painter.setPen(ink_on(colour));
-    QFont bold = painter.font();
-    bold.setBold(true);
-    painter.setFont(bold);
-    painter.drawText(
-        QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius).translated(0, radius * 0.15),
-        Qt::AlignCenter | Qt::TextDontClip, QStringLiteral("*"));
-    painter.restore();
-  }
-
-  int faint_columns_;
-  int margin_;
-  bool channel_;  ///< before the lines there is room for marks
-  bool several_;
-  double char_width_;
-  int row_height_;
-};
-
-}  // namespace
-
-// --- model ---
-
-int list_model::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-QVariant list_model::data(const QModelIndex& index, int role) const {
-  if (role == Qt::AccessibleTextRole && index.isValid() && spoken) return spoken(index.row());
-  if (role != Qt::DisplayRole || !index.isValid()) return {};
-  return to_qt(rows_[static_cast<std::size_t>(index.row())]);
-}
-
-void list_model::set_rows(const std::vector<std::string>& rows) {
-  if (rows.size() != rows_.size()) {
-    beginResetModel();
-    rows_ = rows;
-    endResetModel();
-    return;
-  }
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows_[i] == rows[i]) continue;
-    rows_[i] = rows[i];
-    const QModelIndex changed = index(static_cast<int>(i));
-    emit dataChanged(changed, changed, {Qt::DisplayRole});
-  }
-}
-
-// --- view ---
-
-list_view::list_view(const list_traits& traits, const panel_metrics& measures) : traits_(traits) {
+list_view::list_view(const list_traits& traits, const panel_metrics& measures)
+    : traits_(traits), delegate_(new list_delegate(traits, measures, this)) {
   setFont(measures.mono);
-  setItemDelegate(new list_delegate(traits, measures, this));
+  setItemDelegate(delegate_);
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(false);
@@ -211,14 +41,14 @@ list_view::list_view(const list_traits& traits, const panel_metrics& measures) :
 }
 
 void list_view::set_changes(std::uint32_t rows) {
-  if (rows == news_) return;
-  news_ = rows;
+  if (rows == changed_rows()) return;
+  delegate_->marks.changed_rows = rows;
   viewport()->update();
 }
 
 void list_view::set_next_row(int row) {
-  if (row == next_) return;
-  for (const int line : {std::exchange(next_, row), row})
+  if (row == next_row()) return;
+  for (const int line : {std::exchange(delegate_->marks.next_row, row), row})
     if (const QModelIndex index = model()->index(line, 0); index.isValid()) update(index);
 }
 
@@ -229,18 +59,21 @@ std::vector<int> list_view::selected_rows() const {
   return rows;
 }
 
+/// Lines that follow one another are selected as one range: there may be two thousand.
+void list_view::select_rows(const std::vector<int>& rows) {
+  QItemSelection ranges;
+  for (std::size_t i = 0; i < rows.size();) {
+    std::size_t end = i + 1;
+    while (end < rows.size() && rows[end] == rows[end - 1] + 1) ++end;
+    ranges.select(model()->index(rows[i], 0), model()->index(rows[end - 1], 0));
+    i = end;
+  }
+  selectionModel()->select(ranges, QItemSelectionModel::ClearAndSelect);
+}
+
 void list_view::show_selection(int current, const std::vector<int>& selected, bool chosen) {
   const QScopedValueRollback<int> within(within_, within_ + 1);
-  if (selected_rows() != selected) {
-    QItemSelection rows;
-    for (std::size_t i = 0; i < selected.size();) {
-      std::size_t end = i + 1;
-      while (end < selected.size() && selected[end] == selected[end - 1] + 1) ++end;
-      rows.select(model()->index(selected[i], 0), model()->index(selected[end - 1], 0));
-      i = end;
-    }
-    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
-  }
+  if (selected_rows() != selected) select_rows(selected);
   const int shown = current < 0 && hasFocus() ? cursor_ : current;
   const QModelIndex index = model()->index(shown, 0);
   centres_ = true;
@@ -415,62 +248,7 @@ void list_view::paintEvent(QPaintEvent* event) {
   if (!hasFocus() || currentIndex().isValid()) return;
   // No line to carry the focus mark: the list as a whole does.
   QPainter painter(viewport());
-  QStyleOptionFocusRect focus;
-  focus.initFrom(this);
-  focus.rect = viewport()->rect();
-  focus.state |= QStyle::State_KeyboardFocusChange;
-  focus.backgroundColor = palette().color(QPalette::Base);
-  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
-}
-
-// --- link ---
-
-namespace {
-
-class list_binding final : public binding {
- public:
-  list_binding(const control& record, action_sink& sink, const panel_metrics& measures)
-      : binding(record, sink),
-        view_(new list_view(traits_of(record.which()), measures)),
-        model_(new list_model(view_)) {
-    view_->setModel(model_);
-    view_->rows_chosen = [this](int current, std::vector<int> selected) {
-      perform(
-          [&](Estructura& window) { window.choose_rows(which(), index(), current, std::move(selected)); });
-    };
-    if (record.which() == id::MP)
-      view_->double_clicked = [this](int row) {
-        perform([&](Estructura& window) { window.dblclick_row(which(), index(), row); });
-      };
-  }
-  [[nodiscard]] QWidget* widget() const override { return view_; }
-
- protected:
-  void show_record(const control& from) override {
-    if (!filled_ || rows_seen_ != from.row_changes()) {
-      filled_ = true;
-      rows_seen_ = from.row_changes();
-      model_->set_rows(from.rows());
-    }
-    view_->show_selection(from.row(), from.selected(), changes_seen_ != from.changes());
-    changes_seen_ = from.changes();
-    const QPalette::ColorRole role = from.face_background() ? QPalette::Window : QPalette::Base;
-    if (view_->viewport()->backgroundRole() != role) view_->viewport()->setBackgroundRole(role);
-  }
-
- private:
-  list_view* view_;
-  list_model* model_;
-  unsigned rows_seen_ = 0;
-  unsigned changes_seen_ = 0;
-  bool filled_ = false;
-};
-
-}  // namespace
-
-std::unique_ptr<binding> make_list_binding(const control& record, action_sink& sink,
-                                           const panel_metrics& measures) {
-  return std::make_unique<list_binding>(record, sink, measures);
+  paint_focus_frame(painter, *this, viewport()->rect(), palette().color(QPalette::Base));
 }
 
 }  // namespace estructura

@@ -31,7 +31,7 @@ class source_editor final : public QPlainTextEdit {
   void set_error_line(int line);
 
   [[nodiscard]] int error_line() const { return error_line_; }
-  [[nodiscard]] const QWidget& margin() const;
+  [[nodiscard]] const QWidget& margin() const { return *margin_; }
   [[nodiscard]] const source_colours& colours() const { return colours_; }
   /// What is said of the operand at a position of the text, its end included; empty where nothing is.
   [[nodiscard]] QString tip_at(int position) const;
@@ -48,8 +48,10 @@ class source_editor final : public QPlainTextEdit {
   bool viewportEvent(QEvent* event) override;
 
  private:
-  class line_number_margin;
   class line_name;
+
+  /// The property of a stretch of letters that is to be underlined.
+  static constexpr int odd_operand = QTextFormat::UserProperty;
 
   void colour_visible_lines();
   void colour_line(QTextBlock& line);
@@ -66,8 +68,9 @@ class source_editor final : public QPlainTextEdit {
   void measure_margin();
   void place_margin();
   void paint_margin(const QRect& region);
+  void paint_number(QPainter& painter, const QRect& row, int number) const;
 
-  line_number_margin* margin_;
+  QWidget* margin_;
   source_colours colours_;
   /// What the lines define; each line that defines something holds it too, until the document lets it go.
   std::shared_ptr<name_table> names_ = std::make_shared<name_table>();

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "ui/inventory.h"
-#include "ui/qt/widgets/controls.h"
 #include "ui/qt/widgets/list_view.h"
+#include "ui/qt/widgets/text_label.h"
 
 namespace estructura {
 

@@ -14,8 +14,10 @@
 #include <QVBoxLayout>
 
 #include "ui/qt/text/text_conversion.h"
-#include "ui/qt/widgets/controls.h"
+#include "ui/qt/widgets/group_box.h"
 #include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/widgets/pane_splitter.h"
+#include "ui/qt/widgets/text_label.h"
 
 namespace estructura {
 

@@ -10,6 +10,7 @@
 #include <QScrollArea>
 #include <QTimer>
 
+#include "ui/qt/bindings/make_binding.h"
 #include "ui/qt/look/colours.h"
 #include "ui/qt/look/icons.h"
 #include "ui/qt/speech/accessible_events.h"
@@ -72,7 +73,7 @@ main_window::main_window(Estructura& window, QWidget* parent) : QMainWindow(pare
     bring_into_sight(now);
     focus_moved(now);
   });
-  add_shortcuts(*this);
+  add_shortcuts(*this, [this](id button) { press(button); });
 }
 
 main_window::~main_window() {

@@ -23,8 +23,9 @@
 #include "ui/announcement.h"
 #include "ui/estructura.h"
 #include "ui/qt/bindings/binding.h"
+#include "ui/qt/speech/accessible_events.h"
 #include "ui/qt/speech/widget_names.h"
-#include "ui/qt/widgets/controls.h"
+#include "ui/qt/widgets/toggles.h"
 #include "ui/qt/window/change_marks.h"
 #include "ui/qt/window/layout.h"
 
@@ -36,7 +37,7 @@ class live_region;
 class memory_map;
 class list_view;
 
-class main_window final : public QMainWindow, private action_sink {
+class main_window final : public QMainWindow, public run_display, private action_sink {
  public:
   explicit main_window(Estructura& window, QWidget* parent = nullptr);
   ~main_window() override;
@@ -52,7 +53,7 @@ class main_window final : public QMainWindow, private action_sink {
   /// The widget of a control; the member `index` of a group.
   [[nodiscard]] QWidget* widget_of(id which, int index = 0) const;
   [[nodiscard]] Estructura& estructura() { return window_; }
-  using action_sink::copying;
+  [[nodiscard]] bool shows_a_run() const override { return copying() && window_.chip().running; }
   /// The size below which the window scrolls its controls, in logical pixels; the letters' size fixes it.
   [[nodiscard]] QSize least() const;
 

@@ -1,22 +1,16 @@
 #include "ui/qt/window/qt_host.h"
 
-#include <utility>
-
-#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QMessageBox>
 #include <QTimer>
 
 #include "common/file.h"
 #include "ui/qt/text/text_conversion.h"
 #include "ui/qt/window/file_dialog.h"
 #include "ui/qt/window/main_window.h"
+#include "ui/qt/window/message_box.h"
 
 namespace estructura {
 
@@ -36,10 +30,6 @@ constexpr auto usual_rest = 1000ms;
 /// While the chip sleeps nothing but the person can change it, so the run waits for the person.
 constexpr auto nap = 10ms;
 
-/// Desktops differ in the order of Sí, No and Cancelar; here it is always this one. For the boxes alone: a
-/// style sheet of the whole program would make every widget of the window dearer to paint.
-constexpr const char* fixed_order = "QDialogButtonBox { button-layout: 0 }";
-
 /// "description|pattern|..." as Qt writes it: the description shown, then the patterns in brackets.
 QStringList name_filters(std::string_view filter) {
   const QStringList parts = to_qt(filter).split(QLatin1Char('|'));
@@ -51,62 +41,6 @@ QStringList name_filters(std::string_view filter) {
   }
   return filters;
 }
-
-/// What the buttons say is left to the desktop's theme otherwise, which speaks the desktop's language.
-void caption_buttons(QMessageBox& shown) {
-  const std::pair<QMessageBox::StandardButton, const char*> captions[] = {
-      {QMessageBox::Ok, "Aceptar"},
-      {QMessageBox::Yes, "&Sí"},
-      {QMessageBox::No, "&No"},
-      {QMessageBox::Cancel, "Cancelar"},
-  };
-  for (const auto& [which, caption] : captions)
-    if (QAbstractButton* const button = shown.button(which)) {
-      button->setText(QString::fromUtf8(caption));
-      button->setIcon({});
-    }
-}
-
-/// A box that is not answered by accident.
-class message_box final : public QMessageBox {
- public:
-  using QMessageBox::QMessageBox;
-
-  /// Qt would take Escape and the box's close button for No, which may be the answer that loses what is
-  /// unsaved.
-  void answers_only() {
-    only_answers_ = true;
-    setWindowFlag(Qt::WindowCloseButtonHint, false);
-  }
-  /// The Enter key that was held down as the question came up does not answer it.
-  void ignore_repeats() {
-    for (QAbstractButton* const button : buttons()) button->installEventFilter(this);
-  }
-
-  void reject() override {
-    if (!only_answers_) QMessageBox::reject();
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::KeyPress) return QMessageBox::eventFilter(watched, event);
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
-  }
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (only_answers_ && event->matches(QKeySequence::Cancel)) return;
-    QMessageBox::keyPressEvent(event);
-  }
-  void closeEvent(QCloseEvent* event) override {
-    if (only_answers_)
-      event->ignore();
-    else
-      QMessageBox::closeEvent(event);
-  }
-
- private:
-  bool only_answers_ = false;
-};
 
 }  // namespace
 
@@ -120,32 +54,7 @@ answer qt_host::show_box(box kind, std::string_view text) {
   // What is still asked while the program ends gets the answer of a box that was closed.
   if (ended_) return window_host::show_box(kind, text);
   refresh_window();
-  message_box shown(window_);
-  shown.setStyleSheet(QString::fromLatin1(fixed_order));
-  shown.setWindowTitle(QStringLiteral("Estructura"));
-  // A file name may hold what looks like markup.
-  shown.setTextFormat(Qt::PlainText);
-  shown.setText(to_qt(text).replace(QLatin1Char('\r'), QLatin1Char('\n')));
-  if (kind == box::yesno || kind == box::yesnocancel) {
-    const bool cancels = kind == box::yesnocancel;
-    QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
-    if (cancels) buttons |= QMessageBox::Cancel;
-    shown.setStandardButtons(buttons);
-    shown.setDefaultButton(QMessageBox::Yes);
-    if (cancels)
-      shown.setEscapeButton(QMessageBox::Cancel);
-    else
-      shown.answers_only();
-    shown.ignore_repeats();
-  } else {
-    shown.setStandardButtons(QMessageBox::Ok);
-    shown.setDefaultButton(QMessageBox::Ok);
-    if (kind == box::ok_right) {
-      if (auto* label = shown.findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    }
-  }
-  caption_buttons(shown);
+  message_box shown(window_, kind, text);
   const int chosen = shown.exec();
   held_.box_closed();
   switch (chosen) {
@@ -161,7 +70,7 @@ std::string qt_host::choose_file(bool save, std::string_view filter, std::string
   if (ended_) return {};
   refresh_window();
   file_dialog dialog(window_, save);
-  dialog.setStyleSheet(QString::fromLatin1(fixed_order));
+  dialog.setStyleSheet(QString::fromLatin1(fixed_button_order));
   dialog.setNameFilters(name_filters(filter));
   dialog.setDefaultSuffix(to_qt(extension));
   if (!proposed.empty()) {

@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/qt/window/shortcuts.h"
+#include "ui/qt/window/held_key.h"
 #include "ui/window_host.h"
 
 namespace estructura {

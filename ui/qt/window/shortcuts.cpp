@@ -1,10 +1,7 @@
 #include "ui/qt/window/shortcuts.h"
 
-#include <QApplication>
-#include <QKeyEvent>
 #include <QShortcut>
-
-#include "ui/qt/window/main_window.h"
+#include <QWidget>
 
 namespace estructura {
 
@@ -26,33 +23,13 @@ constexpr function_key function_keys[] = {
 
 }  // namespace
 
-void add_shortcuts(main_window& window) {
+void add_shortcuts(QWidget& window, const std::function<void(id button)>& press) {
   for (const function_key& one : function_keys) {
     auto* const shortcut = new QShortcut(QKeySequence(one.key), &window);
     shortcut->setAutoRepeat(one.repeats);
     QObject::connect(shortcut, &QShortcut::activated, &window,
-                     [&window, button = one.button] { window.press(button); });
+                     [press, button = one.button] { press(button); });
   }
-}
-
-void held_key::box_closed() {
-  // Installed once, however often.
-  qApp->installEventFilter(this);
-}
-
-bool held_key::eventFilter(QObject* watched, QEvent* event) {
-  const bool press = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-  if (!press && event->type() != QEvent::KeyRelease) return QObject::eventFilter(watched, event);
-  auto& key = static_cast<QKeyEvent&>(*event);
-  if (!key.isAutoRepeat()) {
-    // A key of its own, or the end of the held one.
-    qApp->removeEventFilter(this);
-    return false;
-  }
-  if (QApplication::activeModalWidget() != nullptr) return false;
-  // Accepted, it is not looked up among the shortcuts either.
-  key.accept();
-  return true;
 }
 
 }  // namespace estructura
