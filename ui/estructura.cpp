@@ -1,140 +1,31 @@
 #include "ui/estructura.h"
 
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
 #include <utility>
 
 #include "common/fault.h"
-#include "common/number.h"
-#include "common/text.h"
 #include "files/source_file.h"
 
 namespace estructura {
 
-/// Which handler serves which event of which control.
-struct handler_table {
-  struct row {
-    id which;
-    event what;
-    Estructura::handler act;
-  };
-  static const std::array<row, 57> rows;
-};
-
-// clang-format off
-const std::array<handler_table::row, 57> handler_table::rows = {{
-    {id::PIC,       event::click,     &Estructura::PIC_Click},
-    {id::sl,        event::click,     &Estructura::sl_Click},
-    {id::MDP,       event::click,     &Estructura::MDP_Click},
-    {id::MDP,       event::lostfocus, &Estructura::MDP_LostFocus},
-    {id::MD,        event::click,     &Estructura::MD_Click},
-    {id::MD,        event::lostfocus, &Estructura::MD_LostFocus},
-    {id::RE,        event::click,     &Estructura::RE_Click},
-    {id::RE,        event::lostfocus, &Estructura::RE_LostFocus},
-    {id::dirdat,    event::change,    &Estructura::dirdat_Change},
-    {id::dat,       event::change,    &Estructura::dat_Change},
-    {id::dat,       event::enter,     &Estructura::dat_KeyPress},
-    {id::dat,       event::gotfocus,  &Estructura::dat_GotFocus},
-    {id::entrardat, event::click,     &Estructura::entrardat_Click},
-    {id::FR,        event::gotfocus,  &Estructura::FR_GotFocus},
-    {id::FR,        event::change,    &Estructura::FR_Change},
-    {id::FREC,      event::gotfocus,  &Estructura::FREC_GotFocus},
-    {id::eje1,      event::click,     &Estructura::eje1_Click},
-    {id::ejecutar,  event::click,     &Estructura::ejecutar_Click},
-    {id::por,       event::click,     &Estructura::por_Click},
-    {id::MCLR,      event::click,     &Estructura::MCLR_Click},
-    {id::WDT,       event::click,     &Estructura::WDT_Click},
-    {id::WATCHDOG,  event::click,     &Estructura::WATCHDOG_Click},
-    {id::CMCLR,     event::click,     &Estructura::CMCLR_Click},
-    {id::fext,      event::click,     &Estructura::fext_Click},
-    {id::TOCKI,     event::click,     &Estructura::TOCKI_Click},
-    {id::ciclos,    event::dblclick,  &Estructura::ciclos_DblClick},
-    {id::PA,        event::click,     &Estructura::PA_Click},
-    {id::PB,        event::click,     &Estructura::PB_Click},
-    {id::PC,        event::click,     &Estructura::PC_Click},
-    {id::VISMP,     event::click,     &Estructura::VISMP_Click},
-    {id::MP,        event::click,     &Estructura::MP_Click},
-    {id::MP,        event::dblclick,  &Estructura::MP_DblClick},
-    {id::direc,     event::change,    &Estructura::direc_Change},
-    {id::direc,     event::gotfocus,  &Estructura::direc_GotFocus},
-    {id::INS,       event::change,    &Estructura::INS_Change},
-    {id::INS,       event::gotfocus,  &Estructura::INS_GotFocus},
-    {id::INS,       event::enter,     &Estructura::INS_KeyPress},
-    {id::Entrarins, event::click,     &Estructura::Entrarins_Click},
-    {id::borrarins, event::click,     &Estructura::borrarins_Click},
-    {id::break_,    event::click,     &Estructura::break_Click},
-    {id::cargar,    event::click,     &Estructura::cargar_Click},
-    {id::salvar,    event::click,     &Estructura::salvar_Click},
-    {id::borrar,    event::click,     &Estructura::borrar_Click},
-    {id::salvar16c84, event::click,   &Estructura::salvar16c84_Click},
-    {id::source,    event::change,    &Estructura::source_Change},
-    {id::cargarasm, event::click,     &Estructura::cargarasm_Click},
-    {id::salvarasm, event::click,     &Estructura::salvarasm_Click},
-    {id::borrarasm, event::click,     &Estructura::borrarasm_Click},
-    {id::Ensamblar, event::click,     &Estructura::Ensamblar_Click},
-    {id::desensamblar, event::click,  &Estructura::desensamblar_Click},
-    {id::lst,       event::click,     &Estructura::lst_Click},
-    {id::lst,       event::keyup,     &Estructura::lst_KeyUp},
-    {id::Copiar,    event::click,     &Estructura::Copiar_Click},
-    {id::Cortar,    event::click,     &Estructura::Cortar_Click},
-    {id::Pegar,     event::click,     &Estructura::Pegar_Click},
-    {id::tab,       event::click,     &Estructura::tab_Click},
-    {id::fin,       event::click,     &Estructura::fin_Click},
-}};
-// clang-format on
-
 Estructura::Estructura(window_host& host) : host_(host) {
-  for (int i = 0; i < id_count; ++i) {
-    const declaration& row = declared(static_cast<id>(i));
-    first_member_[static_cast<std::size_t>(i)] = static_cast<int>(controls_.size());
-    for (int member = 0; member < row.count; ++member) {
-      const std::string name =
-          std::string(row.name) + (row.count > 1 ? "(" + std::to_string(member) + ")" : "");
-      control made(row.which, member, row.is, name);
-      const std::size_t text = row.texts[1].empty() ? 0 : static_cast<std::size_t>(member);
-      made.set_text(row.texts[text]);
-      if (row.tip_member == -1 || row.tip_member == member) made.set_tip(row.tip);
-      made.set_visible(row.visible);
-      made.set_enabled(row.enabled);
-      controls_.push_back(std::move(made));
-    }
-  }
-  at(id::sl, 0).set_value(true);
-  // The sink comes last: building the controls is no event.
-  for (control& c : controls_) c.listen(this);
-}
-
-control& Estructura::at(id which, int index) {
-  const auto first = static_cast<std::size_t>(first_member_[static_cast<std::size_t>(which)]);
-  return controls_[first + static_cast<std::size_t>(index)];
-}
-
-const control& Estructura::at(id which, int index) const {
-  return const_cast<Estructura&>(*this).at(which, index);
+  controls_.listen(*this);
 }
 
 // --- Events ---
 
 void Estructura::raised(control& source, event what) {
-  for (const handler_table::row& row : handler_table::rows)
-    if (row.which == source.which() && row.what == what) return (this->*row.act)(source.index());
+  if (panel* const owner = controls_.owner(source.which())) owner->raised(source, what);
+}
+
+bool Estructura::answers(id which, event what) const {
+  const panel* const owner = controls_.owner(which);
+  return owner != nullptr && owner->answers(which, what);
 }
 
 void Estructura::touched(control& source) {
-  switch (source.which()) {
-    case id::FREC:
-    case id::FR: in_.set_frequencies(valdec(at(id::FREC).text()), valdec(at(id::FR).text())); break;
-    case id::WATCHDOG:
-      runner_.requests().configuration_open = source.enabled();
-      in_.watchdog_on = source.value();
-      break;
-    case id::INS:
-    case id::codop:
-      runner_.requests().entry_shown = !at(id::INS).text().empty() || !at(id::codop).text().empty();
-      break;
-    default: break;
-  }
+  if (panel* const owner = controls_.owner(source.which())) owner->touched(source);
   if (focus_.which != id::none && !usable(focus_.which, focus_.index)) leave_withdrawn_focus();
 }
 
@@ -151,19 +42,17 @@ bool takes_focus(kind k) {
 void Estructura::move_focus(focus_place place) {
   if (place == focus_) return;
   const focus_place left = std::exchange(focus_, place);
-  runner_.requests().focus_at_stake = place.which == id::PA || place.which == id::PB ||
-                                      place.which == id::PC || place.which == id::FR ||
-                                      place.which == id::TOCKI;
+  runner_.requests().focus_at_stake = open_after_refresh(place).has_value();
   if (left.which != id::none) raised(at(left.which, left.index), event::lostfocus);
   if (place.which != id::none && place == focus_) raised(at(place.which, place.index), event::gotfocus);
 }
 
 // A control that can no longer be used hands the focus to the next one that can, in the order of the Tab key.
 void Estructura::leave_withdrawn_focus() {
-  const int size = static_cast<int>(controls_.size());
-  const int from = first_member_[static_cast<std::size_t>(focus_.which)] + focus_.index;
-  for (int step = 1; step < size; ++step) {
-    const control& next = controls_[static_cast<std::size_t>((from + step) % size)];
+  const std::size_t from = controls_.place(focus_.which, focus_.index);
+  const std::size_t size = controls_.all().size();
+  for (std::size_t step = 1; step < size; ++step) {
+    const control& next = controls_.all()[(from + step) % size];
     if (takes_focus(next.is()) && !skipped_by_tab(next.which()) && usable(next.which(), next.index()))
       return move_focus(harmless(next));
   }
@@ -185,17 +74,14 @@ focus_place Estructura::harmless(const control& next) const {
   }
 }
 
-bool Estructura::usable(id which, int index) const {
-  const control& c = at(which, index);
-  if (!c.enabled() || !c.visible()) return false;
-  const id frame = declared(which).frame;
-  return frame == id::none || usable(frame);
+std::optional<bool> Estructura::open_after_refresh(focus_place place) const {
+  const std::optional<bool> pin = pins_panel_.open_after_refresh(place);
+  return pin ? pin : clocks_panel_.open_after_refresh(place);
 }
 
 // During a run the views are worked out for a look now and then. Where the focus is must not depend on that.
 void Estructura::guard_focus() {
-  const bool hidden = focus_ == focus_place{id::PB, 2} && gp2_is_t0cki();
-  if (hidden || !opened_by_refresh(focus_.which, focus_.index)) settle();
+  if (!open_after_refresh(focus_).value_or(true)) update_views();
 }
 
 // --- The door ---
@@ -204,7 +90,7 @@ template <class Action>
 void Estructura::through_the_door(Action action) {
   if (ended_) return;
   try {
-    settle();
+    update_views();
     action();
   } catch (const machine_fault&) {
     // The views show the state as the fault left it.
@@ -215,7 +101,7 @@ void Estructura::through_the_door(Action action) {
 }
 
 void Estructura::fault() {
-  stop_run();
+  chip_panel_.stop_run();
   host_.show_box(box::fault, "Se ha producido un error durante la ejecución.");
 }
 
@@ -225,8 +111,24 @@ answer Estructura::ask(box kind, const std::string& text) {
   return host_.show_box(kind, text);
 }
 
+std::string Estructura::choose_file(bool save, std::string_view filter, std::string_view extension,
+                                    std::string_view proposed) {
+  // Whoever chooses a file sees the window as it stands.
+  bring_up_to_date();
+  return host_.choose_file(save, filter, extension, proposed);
+}
+
+void Estructura::warn_watchdog() {
+  ask(box::ok_right, "Se ha desbordado el Watchdog.\rSe producirá un Reset.");
+}
+
+void Estructura::end() {
+  ended_ = true;
+  host_.end();
+}
+
 void Estructura::Form_Load() {
-  through_the_door([this] { load(); });
+  through_the_door([this] { chip_panel_.load(); });
 }
 
 void Estructura::click(id which, int index) {
@@ -355,7 +257,7 @@ void Estructura::enter(id which) {
     control& box = at(which);
     // In the one box of several lines the key breaks the line at the caret.
     if (which == id::source)
-      replace_selection("\r\n");
+      source_panel_.replace_selection("\r\n");
     else
       raised(box, which == id::lst ? event::keyup : event::enter);
   });
@@ -373,46 +275,28 @@ void Estructura::blur() {
 
 void Estructura::press_map(double y) {
   through_the_door([&] {
-    if (!usable(id::mapa)) return;
-    // The scale goes on past the last address; a click there means the last line.
-    const double row = std::clamp(std::nearbyint(y), 0.0, static_cast<double>(chip_.devmodel.progmask));
-    at(id::MP).choose_row(static_cast<int>(row));
+    if (usable(id::mapa)) program_panel_.press_map(y);
   });
 }
 
 void Estructura::close_request() {
-  through_the_door([this] { Form_Unload(); });
+  through_the_door([this] { documents_panel_.Form_Unload(); });
 }
 
 // --- Looking ---
 
-void Estructura::settle_row() {
-  trail& seen = runner_.seen();
-  if (!std::exchange(seen.arrived, false)) return;
-  control& list = at(id::MP);
-  if (seen.inner >= 0) list.choose_row(std::exchange(seen.inner, std::int16_t{-1}));
-  // An address that was left and met again has changed twice, though its text is the same.
-  if (std::exchange(seen.moved, false)) direc_Change(0);
-  if (!seen.inside) list.choose_row(-1);
-}
-
-void Estructura::settle_marker() {
-  const trail& seen = runner_.seen();
-  const int marker = seen.marked ? seen.marker : -1;
-  if (map_.marker == marker) return;
-  map_.marker = marker;
-  ++map_.changes;
-}
-
-void Estructura::settle() {
-  settle_row();
-  settle_marker();
-  if (std::exchange(runner_.seen().refreshed, false)) show_views();
+void Estructura::update_views() {
+  program_panel_.show_step();
+  if (!std::exchange(runner_.seen().refreshed, false)) return;
+  registers_panel_.show();
+  chip_panel_.show();
+  clocks_panel_.show();
+  pins_panel_.show();
 }
 
 void Estructura::bring_up_to_date() {
   try {
-    settle();
+    update_views();
   } catch (const machine_fault&) {
     fault();
   }
@@ -425,12 +309,12 @@ const control& Estructura::look(id which, int index) {
 
 const map_view& Estructura::look_map() {
   bring_up_to_date();
-  return map_;
+  return program_panel_.map();
 }
 
 const std::vector<control>& Estructura::look_all() {
   bring_up_to_date();
-  return controls_;
+  return controls_.all();
 }
 
 chipstate& Estructura::poke() {

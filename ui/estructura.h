@@ -12,48 +12,30 @@
 // "looking" shows the views as they stand for whoever looks: texts are worked out then, not at each step.
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "common/bounded_array.h"
-#include "common/file.h"
 #include "core/chipstate.h"
+#include "ui/chip_panel.h"
+#include "ui/clocks_panel.h"
 #include "ui/control.h"
+#include "ui/control_set.h"
+#include "ui/documents.h"
 #include "ui/inventory.h"
+#include "ui/open_documents.h"
+#include "ui/panel.h"
+#include "ui/pins_panel.h"
+#include "ui/program_panel.h"
+#include "ui/registers_panel.h"
 #include "ui/run_control.h"
+#include "ui/source_panel.h"
 #include "ui/window_host.h"
 
 namespace estructura {
 
-struct assembly_error;
-
-enum class map_colour : std::uint8_t { none, yellow, blue };
-
-/// The map as painted: its left half by address, the end of its scale, and the marker of the right half.
-struct map_view {
-  int scale = 0;  ///< lower end of the vertical scale; row y is address y
-  bounded_array<map_colour, program_words> rows{};
-  int marker = -1;  ///< address of the marker, -1 for none
-  unsigned changes = 0;
-};
-
-/// A document of the window: a file's name, lower-cased, and whether the content differs from it.
-struct document {
-  std::string name;  ///< as shown: in lower case
-  std::string file;  ///< the one on disk that was read or written last under that name
-  bool modified = false;
-};
-
-struct focus_place {
-  id which = id::none;
-  int index = 0;
-  bool operator==(const focus_place&) const = default;
-};
-
-class Estructura final : private run_listener, private event_sink {
+class Estructura final : private run_listener, private event_sink, private panel_window {
  public:
   explicit Estructura(window_host& host);
   Estructura(const Estructura&) = delete;
@@ -99,17 +81,17 @@ class Estructura final : private run_listener, private event_sink {
 
   // --- Looking ---
 
-  /// Works out everything that is owed to the eye. The looks below do it themselves.
-  void bring_up_to_date();
+  /// Works out everything that there is to be seen. The looks below do it themselves.
+  void bring_up_to_date() override;
   [[nodiscard]] const control& look(id which, int index = 0);
   [[nodiscard]] const map_view& look_map();
   [[nodiscard]] const std::vector<control>& look_all();
   [[nodiscard]] focus_place focused() const { return focus_; }
   /// Whether a person can use the control: enabled, visible, and its frames visible.
-  [[nodiscard]] bool usable(id which, int index = 0) const;
+  [[nodiscard]] bool usable(id which, int index = 0) const { return controls_.usable(which, index); }
   [[nodiscard]] bool ended() const { return ended_; }
-  [[nodiscard]] const document& hex() const { return hex_; }
-  [[nodiscard]] const document& source() const { return asm_; }
+  [[nodiscard]] const document& hex() const { return documents_.hex; }
+  [[nodiscard]] const document& source() const { return documents_.source; }
   [[nodiscard]] const chipstate& chip() const { return chip_; }
 
   // --- For tests: the machine changed from outside, with no refresh until asked for ---
@@ -118,17 +100,17 @@ class Estructura final : private run_listener, private event_sink {
   [[nodiscard]] chipstate& poke();
   void refresh();
 
- private:
-  friend struct handler_table;
-  using handler = void (Estructura::*)(int index);
+  /// The handlers of a control's events, as far as its panel has any.
+  [[nodiscard]] bool answers(id which, event what) const;
 
+ private:
   // run_listener: what running the machine asks for.
-  void lock_configuration() override;
-  void clear_entry() override;
-  void show_whole_step() override { settle(); }
+  void lock_configuration() override { chip_panel_.lock_configuration(); }
+  void clear_entry() override { program_panel_.clear_entry(); }
+  void show_whole_step() override { update_views(); }
   void warn_watchdog() override;
   void guard_focus() override;
-  void click_ejecutar() override { ejecutar_Click(0); }
+  void click_ejecutar() override { chip_panel_.ejecutar(); }
   void rest() override { host_.rest(); }
   int yield() override { return host_.yield(); }
 
@@ -136,138 +118,39 @@ class Estructura final : private run_listener, private event_sink {
   void raised(control& source, event what) override;
   void touched(control& source) override;
 
-  // The door and the focus (estructura.cpp).
+  // panel_window: what the panels ask for.
+  void move_focus(focus_place place) override;
+  answer ask(box kind, const std::string& text) override;
+  std::string choose_file(bool save, std::string_view filter, std::string_view extension,
+                          std::string_view proposed) override;
+  void end() override;
+
   template <class Action>
   void through_the_door(Action action);
   void fault();
-  void move_focus(focus_place place);
+  void update_views();
   void leave_withdrawn_focus();
   [[nodiscard]] focus_place harmless(const control& next) const;
-  control& at(id which, int index = 0);
-  [[nodiscard]] const control& at(id which, int index = 0) const;
-  answer ask(box kind, const std::string& text);
-  void settle();
-  void settle_row();
-  void settle_marker();
-
-  // Start-up and devices (arranque.cpp).
-  void load();
-  void show_device();
-  void PIC_Click(int);
-  void sl_Click(int);
-
-  // Register views and their editing (registros.cpp).
-  void show_views();
-  void show_memory();
-  void show_binary_views();
-  void show_core_registers();
-  void show_counters();
-  void show_timer();
-  void show_pins();
-  [[nodiscard]] bool opened_by_refresh(id which, int index = 0) const;
-  [[nodiscard]] bool timer_counts_pulses() const;
-  [[nodiscard]] bool gp2_is_t0cki() const;
-  void edit_register(int code, const std::string& caption, const std::string& value);
-  void MDP_Click(int);
-  void MD_Click(int bank);
-  void RE_Click(int);
-  void data_list_LostFocus(id which, int index);
-  void MDP_LostFocus(int);
-  void MD_LostFocus(int bank);
-  void RE_LostFocus(int);
-  void dirdat_Change(int);
-  void dat_Change(int);
-  void dat_KeyPress(int);
-  void dat_GotFocus(int);
-  void FR_GotFocus(int);
-  void FREC_GotFocus(int);
-  void direc_GotFocus(int);
-  void INS_GotFocus(int);
-  void entrardat_Click(int);
-
-  // Run control, clocks, resets and pins (control_pic.cpp).
-  void show_watchdog_count();
-  void show_pc();
-  void erase_marker() { runner_.seen().marked = false; }
-  void eje1_Click(int);
-  void ejecutar_Click(int);
-  void stop_run();
-  void por_Click(int);
-  void MCLR_Click(int);
-  void WDT_Click(int);
-  void WATCHDOG_Click(int);
-  void CMCLR_Click(int);
-  void fext_Click(int);
-  void TOCKI_Click(int);
-  void FR_Change(int);
-  void ciclos_DblClick(int);
-  void PA_Click(int bit);
-  void PB_Click(int bit);
-  void PC_Click(int bit);
-  void VISMP_Click(int);
-
-  // Program memory: list, map, entry by hand (programa.cpp).
-  void listaprog();
-  void pintamapa();
-  void rebuild_row(int address);
-  void MP_Click(int);
-  void MP_DblClick(int);
-  void show_instruction_at(int address);
-  void direc_Change(int);
-  void INS_Change(int);
-  void INS_KeyPress(int);
-  void enterins();
-  void Entrarins_Click(int);
-  void borrarins_Click(int);
-  void break_Click(int);
-
-  // Source and listing (editor.cpp).
-  void Ensamblar_Click(int);
-  void show_assembly_error(const assembly_error& error);
-  void desensamblar_Click(int);
-  void lst_Click(int);
-  void lst_KeyUp(int);
-  void replace_selection(std::string_view text);
-  void Copiar_Click(int);
-  void Cortar_Click(int);
-  void Pegar_Click(int);
-  void tab_Click(int);
-
-  // The documents (documentos.cpp).
-  bool ask_to_save_hex();
-  bool ask_to_save_source(const std::string& question);
-  [[nodiscard]] std::string source_question() const;
-  std::string choose_file(bool save, std::string_view filter, std::string_view extension,
-                          std::string_view proposed);
-  std::string choose_save_name(std::string_view filter, std::string_view extension, const document& current);
-  void show_name(id label, const document& doc);
-  void cargar_Click(int);
-  void salvar_Click(int);
-  void salvar16c84_Click(int);
-  void borrar_Click(int);
-  void read_hex(const std::string& path);
-  void erase_program_memory();
-  void source_Change(int);
-  void cargarasm_Click(int);
-  void salvarasm_Click(int);
-  void borrarasm_Click(int);
-  void fin_Click(int);
-  void Form_Unload();
-  void end_program();
+  [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
+  [[nodiscard]] control& at(id which, int index = 0) { return controls_.at(which, index); }
 
   window_host& host_;
   chipstate chip_;
   inputs in_;
   run_control runner_{chip_, in_, *this};
-  std::vector<control> controls_;
-  std::array<int, id_count> first_member_{};
-  map_view map_;
-  document hex_;
-  document asm_;
-  text_encoding asm_encoding_ = text_encoding::utf8;
+  open_documents documents_;
+  control_set controls_;
   focus_place focus_;
-  bool run_on_stack_ = false;
   bool ended_ = false;
+
+  const shared_parts shared_{controls_, chip_, in_, runner_, documents_, host_, *this};
+  program_panel program_panel_{shared_};
+  source_panel source_panel_{shared_, program_panel_};
+  registers_panel registers_panel_{shared_};
+  pins_panel pins_panel_{shared_};
+  clocks_panel clocks_panel_{shared_, pins_panel_};
+  chip_panel chip_panel_{shared_, {registers_panel_, clocks_panel_, pins_panel_, program_panel_}};
+  documents documents_panel_{shared_, program_panel_, source_panel_, chip_panel_};
 };
 
 }  // namespace estructura

@@ -48,6 +48,11 @@ void run_control::regen() {
   after_refresh();
 }
 
+void run_control::show_reset() {
+  regen();
+  seen_.arrive(chip_.cpu.pc, chip_.devmodel.progmask);
+}
+
 void run_control::pin_click(int port, int bit, bool on) {
   estructura::pin_click(chip_, in_, seen_, port, bit, on);
   after_refresh();

@@ -69,6 +69,8 @@ class run_control {
   void run();
   /// The refresh that follows every change of the machine.
   void regen();
+  /// What follows a reset: a refresh, and the program list at the reset vector.
+  void show_reset();
   /// A pin box of port 0..2 took a new state.
   void pin_click(int port, int bit, bool on);
 

@@ -1,0 +1,49 @@
+// The clocks: the oscillator's frequency, the watchdog that counts it, and what Timer0 counts.
+//
+//   clocks.show();                   // after a refresh: counts, divisors, the timer's signal
+//   clocks.lock();                   // the first step: the configuration stands until power-on
+#pragma once
+
+#include <optional>
+
+#include "ui/panel.h"
+#include "ui/pins_panel.h"
+
+namespace estructura {
+
+class clocks_panel final : public panel {
+ public:
+  clocks_panel(const shared_parts& shared, pins_panel& pins);
+
+  /// What the views show after a refresh.
+  void show();
+  /// Another device: the internal oscillator where it has one.
+  void show_device();
+  /// The configuration can no longer be changed; a frequency that no oscillator has becomes 4000 kHz.
+  void lock();
+  /// Power-on: it can be changed again.
+  void unlock();
+  /// As for the pins (ui/pins_panel.h): the two controls of T0CKI.
+  [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
+
+  void touched(const control& source) override;
+
+ private:
+  struct handlers;
+  [[nodiscard]] bool timer_counts_pulses() const;
+  void show_watchdog_count();
+  void correct_pulse_frequency(const std::string& text);
+
+  pins_panel& pins_;
+  control& FREC = own(id::FREC);
+  control& fext = own(id::fext);
+  control& WATCHDOG = own(id::WATCHDOG);
+  control& WDT = own(id::WDT);
+  control& contawdt = own(id::contawdt);
+  control& FR = own(id::FR);
+  control& TOCKI = own(id::TOCKI);
+  control& SENTIM = own(id::SENTIM);
+  control& divtim = own(id::divtim);
+};
+
+}  // namespace estructura
