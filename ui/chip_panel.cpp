@@ -54,7 +54,7 @@ struct chip_panel::handlers {
   }
 
   static void PIC_Click(chip_panel& self, int) {
-    const control& list = self.PIC;
+    const combo_box& list = self.PIC;
     int row = 0;
     while (row < list.count() && list.rows()[static_cast<std::size_t>(row)] != list.text()) ++row;
     self.views_.registers.close_entry();
@@ -135,11 +135,13 @@ void chip_panel::stop_run() {
 
 void chip_panel::lock_configuration() {
   views_.clocks.lock();
-  for (control* const locked : {&CMCLR, &PIC}) locked->set_enabled(false);
+  CMCLR.set_enabled(false);
+  PIC.set_enabled(false);
 }
 
 void chip_panel::power_on_reset() {
-  for (control* const freed : {&CMCLR, &PIC}) freed->set_enabled(true);
+  CMCLR.set_enabled(true);
+  PIC.set_enabled(true);
   views_.clocks.unlock();
   power_on(chip_);
   runner_.show_reset();

@@ -42,13 +42,13 @@ class chip_panel final : public panel {
 
   chip_views views_;
   bool run_on_stack_ = false;
-  control& eje1 = own(id::eje1);
-  control& run_button = own(id::ejecutar);
-  control& MCLR = own(id::MCLR);
-  control& CMCLR = own(id::CMCLR);
-  control& ciclos = own(id::ciclos);
-  control& estsleep = own(id::estsleep);
-  control& PIC = own(id::PIC);
+  button& eje1 = own<button>(id::eje1);
+  button& run_button = own<button>(id::ejecutar);
+  button& MCLR = own<button>(id::MCLR);
+  check_box& CMCLR = own<check_box>(id::CMCLR);
+  label& ciclos = own<label>(id::ciclos);
+  check_box& estsleep = own<check_box>(id::estsleep);
+  combo_box& PIC = own<combo_box>(id::PIC);
 };
 
 }  // namespace estructura

@@ -90,10 +90,14 @@ bool clocks_panel::timer_counts_pulses() const {
   return getbit(chip_.cpu.option, option_t0cs) != 0;
 }
 
+bool clocks_panel::timer_counts_single_pulses() const {
+  return timer_counts_pulses() && !in_.pulse_train;
+}
+
 std::optional<bool> clocks_panel::open_after_refresh(focus_place place) const {
   switch (place.which) {
     case id::FR: return timer_counts_pulses();
-    case id::TOCKI: return timer_counts_pulses() && !in_.pulse_train;
+    case id::TOCKI: return timer_counts_single_pulses();
     default: return std::nullopt;
   }
 }
@@ -104,8 +108,8 @@ void clocks_panel::show() {
   divtim.set_text(std::to_string(prescratio(chip_, 1)));
   const bool falling = getbit(chip_.cpu.option, option_t0se) != 0;
   SENTIM.set_text(!timer_counts_pulses() ? "F/4" : falling ? "Ext. Des." : "Ext. Asc.");
-  for (control* const of_t0cki : {&FR, &TOCKI})
-    of_t0cki->set_enabled(*open_after_refresh({of_t0cki->which()}));
+  FR.set_enabled(timer_counts_pulses());
+  TOCKI.set_enabled(timer_counts_single_pulses());
 }
 
 void clocks_panel::show_watchdog_count() {
@@ -135,7 +139,9 @@ void clocks_panel::lock() {
   constexpr double highest_khz = 20000;
   const double khz = std::nearbyint(valdec(FREC.text()));
   if (khz < lowest_khz || khz > highest_khz) FREC.set_text(default_khz);
-  for (control* const locked : {&FREC, &WATCHDOG, &fext}) locked->set_enabled(false);
+  FREC.set_enabled(false);
+  WATCHDOG.set_enabled(false);
+  fext.set_enabled(false);
 }
 
 void clocks_panel::unlock() {

@@ -31,19 +31,20 @@ class clocks_panel final : public panel {
  private:
   struct handlers;
   [[nodiscard]] bool timer_counts_pulses() const;
+  [[nodiscard]] bool timer_counts_single_pulses() const;
   void show_watchdog_count();
   void correct_pulse_frequency(const std::string& text);
 
   pins_panel& pins_;
-  control& FREC = own(id::FREC);
-  control& fext = own(id::fext);
-  control& WATCHDOG = own(id::WATCHDOG);
-  control& WDT = own(id::WDT);
-  control& contawdt = own(id::contawdt);
-  control& FR = own(id::FR);
-  control& TOCKI = own(id::TOCKI);
-  control& SENTIM = own(id::SENTIM);
-  control& divtim = own(id::divtim);
+  text_box& FREC = own<text_box>(id::FREC);
+  check_box& fext = own<check_box>(id::fext);
+  check_box& WATCHDOG = own<check_box>(id::WATCHDOG);
+  button& WDT = own<button>(id::WDT);
+  label& contawdt = own<label>(id::contawdt);
+  text_box& FR = own<text_box>(id::FR);
+  button& TOCKI = own<button>(id::TOCKI);
+  label& SENTIM = own<label>(id::SENTIM);
+  label& divtim = own<label>(id::divtim);
 };
 
 }  // namespace estructura

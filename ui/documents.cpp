@@ -34,9 +34,9 @@ void name_after(document& doc, const std::string& chosen) {
   doc.file = find_file(chosen);
 }
 
-void show_name(control& label, const document& doc) {
-  label.set_text(doc.name.empty() ? "[sin nombre]" : nomfic(doc.name));
-  label.set_tip(doc.name);
+void show_name(label& shown, const document& doc) {
+  shown.set_text(doc.name.empty() ? "[sin nombre]" : nomfic(doc.name));
+  shown.set_tip(doc.name);
 }
 
 }  // namespace

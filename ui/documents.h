@@ -42,8 +42,8 @@ class documents final : public panel {
   program_panel& program_;
   source_panel& source_;
   chip_panel& chip_panel_;
-  control& FILHEX = own(id::FILHEX);
-  control& FILASM = own(id::FILASM);
+  label& FILHEX = own<label>(id::FILHEX);
+  label& FILASM = own<label>(id::FILASM);
 };
 
 }  // namespace estructura

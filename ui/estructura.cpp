@@ -138,14 +138,15 @@ void Estructura::click(id which, int index) {
     if (takes_focus(c.is())) move_focus({which, index});
     // Losing the focus may have changed what can be used.
     if (!usable(which, index)) return;
+    // This box only shows a state of the chip.
+    const bool only_shows = which == id::estsleep;
     switch (c.is()) {
       case kind::check:
-        // This box only shows a state of the chip.
-        if (which != id::estsleep) c.set_value(!c.value());
+        if (!only_shows) controls_.as<check_box>(which, index)->set_value(!c.value());
         break;
       case kind::option:
         for (int member = 0; member < declared(which).count; ++member)
-          at(which, member).show_value(member == index);
+          controls_.as<check_box>(which, member)->show_value(member == index);
         raised(c, event::click);
         break;
       case kind::button: raised(c, event::click); break;
@@ -155,20 +156,20 @@ void Estructura::click(id which, int index) {
 }
 
 void Estructura::click_text(id which, int caret) {
-  through_the_door([&] {
-    if (at(which).is() != kind::text || !usable(which)) return;
-    move_focus({which, 0});
-    at(which).set_selection(caret, 0);
-    raised(at(which), event::click);
-  });
+  raise_at_caret(which, caret, event::click);
 }
 
 void Estructura::keyup_text(id which, int caret) {
+  raise_at_caret(which, caret, event::keyup);
+}
+
+void Estructura::raise_at_caret(id which, int caret, event what) {
   through_the_door([&] {
-    if (at(which).is() != kind::text || !usable(which)) return;
+    text_box* const box = usable_as<text_box>(which);
+    if (box == nullptr) return;
     move_focus({which, 0});
-    at(which).set_selection(caret, 0);
-    raised(at(which), event::keyup);
+    box->set_selection(caret, 0);
+    raised(*box, what);
   });
 }
 
@@ -180,13 +181,12 @@ void Estructura::dblclick(id which, int index) {
 
 void Estructura::choose_rows(id which, int index, int current, std::vector<int> selected) {
   through_the_door([&] {
-    if (at(which, index).is() != kind::list || !usable(which, index)) return;
-    control& list = at(which, index);
-    if (current < 0 || current >= list.count()) return;
+    list_box* const list = usable_as<list_box>(which, index);
+    if (list == nullptr || current < 0 || current >= list->count()) return;
     move_focus({which, index});
     std::sort(selected.begin(), selected.end());
-    list.set_row_selection(current, std::move(selected));
-    raised(list, event::click);
+    list->set_row_selection(current, std::move(selected));
+    raised(*list, event::click);
   });
 }
 
@@ -212,54 +212,55 @@ void Estructura::dblclick_row(id which, int index, int row) {
 
 void Estructura::pick(id which, std::string_view entry) {
   through_the_door([&] {
-    if (at(which).is() != kind::combo || !usable(which)) return;
-    control& combo = at(which);
-    if (std::find(combo.rows().begin(), combo.rows().end(), entry) == combo.rows().end()) return;
+    combo_box* const combo = usable_as<combo_box>(which);
+    if (combo == nullptr) return;
+    if (std::find(combo->rows().begin(), combo->rows().end(), entry) == combo->rows().end()) return;
     move_focus({which, 0});
-    combo.set_text(entry);
-    raised(combo, event::click);
+    combo->set_text(entry);
+    raised(*combo, event::click);
   });
 }
 
 void Estructura::type(id which, std::string_view text, int caret) {
   through_the_door([&] {
-    if (at(which).is() != kind::text || !usable(which)) return;
+    text_box* const box = usable_as<text_box>(which);
+    if (box == nullptr) return;
     move_focus({which, 0});
     const bool read_only = which == id::lst;
     if (read_only) return;
-    control& box = at(which);
     // The source keeps CR LF between its lines, whatever was typed or pasted.
     if (which == id::source)
-      box.set_typed_text(with_crlf(text), caret);
+      box->set_typed_text(with_crlf(text), caret);
     else
-      box.set_typed_text(text, caret);
+      box->set_typed_text(text, caret);
   });
 }
 
 void Estructura::select(id which, int start, int length) {
   through_the_door([&] {
-    if (at(which).is() != kind::text || !usable(which)) return;
+    text_box* const box = usable_as<text_box>(which);
+    if (box == nullptr) return;
     move_focus({which, 0});
-    at(which).set_selection(start, length);
+    box->set_selection(start, length);
   });
 }
 
 void Estructura::press(id which) {
   through_the_door([&] {
-    if (at(which).is() == kind::button && usable(which)) raised(at(which), event::click);
+    if (button* const pressed = usable_as<button>(which)) raised(*pressed, event::click);
   });
 }
 
 void Estructura::enter(id which) {
   through_the_door([&] {
-    if (at(which).is() != kind::text || !usable(which)) return;
+    text_box* const box = usable_as<text_box>(which);
+    if (box == nullptr) return;
     move_focus({which, 0});
-    control& box = at(which);
     // In the one box of several lines the key breaks the line at the caret.
     if (which == id::source)
       source_panel_.replace_selection("\r\n");
     else
-      raised(box, which == id::lst ? event::keyup : event::enter);
+      raised(*box, which == id::lst ? event::keyup : event::enter);
   });
 }
 
@@ -312,7 +313,7 @@ const map_view& Estructura::look_map() {
   return program_panel_.map();
 }
 
-const std::vector<control>& Estructura::look_all() {
+const control_list& Estructura::look_all() {
   bring_up_to_date();
   return controls_.all();
 }

@@ -85,7 +85,7 @@ class Estructura final : private run_listener, private event_sink, private panel
   void bring_up_to_date() override;
   [[nodiscard]] const control& look(id which, int index = 0);
   [[nodiscard]] const map_view& look_map();
-  [[nodiscard]] const std::vector<control>& look_all();
+  [[nodiscard]] const control_list& look_all();
   [[nodiscard]] focus_place focused() const { return focus_; }
   /// Whether a person can use the control: enabled, visible, and its frames visible.
   [[nodiscard]] bool usable(id which, int index = 0) const { return controls_.usable(which, index); }
@@ -133,6 +133,12 @@ class Estructura final : private run_listener, private event_sink, private panel
   [[nodiscard]] focus_place harmless(const control& next) const;
   [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
   [[nodiscard]] control& at(id which, int index = 0) { return controls_.at(which, index); }
+  /// The control as what it is; nullptr where it is of another kind or a person cannot use it.
+  template <class Kind>
+  [[nodiscard]] Kind* usable_as(id which, int index = 0) {
+    return usable(which, index) ? controls_.as<Kind>(which, index) : nullptr;
+  }
+  void raise_at_caret(id which, int caret, event what);
 
   window_host& host_;
   chipstate chip_;

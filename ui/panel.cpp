@@ -14,16 +14,6 @@ panel::panel(const shared_parts& shared, std::span<const handler_row> rows)
   for (const handler_row& row : rows_) controls_.claim(row.which, *this);
 }
 
-control& panel::own(id which) {
-  controls_.claim(which, *this);
-  return controls_.at(which);
-}
-
-control_group panel::own_group(id which) {
-  controls_.claim(which, *this);
-  return {controls_.at(which), declared(which).count};
-}
-
 const handler_row* panel::row_of(id which, event what) const {
   for (const handler_row& row : rows_)
     if (row.which == which && row.what == what) return &row;

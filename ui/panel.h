@@ -2,8 +2,8 @@
 // and the table of their handlers.
 //
 //   class pins_panel final : public panel {
-//     struct handlers;                                  // in the .cpp, with the table
-//     control_group PA = own_group(id::PA);             // nobody else's from here on
+//     struct handlers;                                        // in the .cpp, with the table
+//     group<check_box> PA = own_group<check_box>(id::PA);     // nobody else's from here on
 //   };
 //   static constexpr handler_row rows[] = {{id::PA, event::click, act<PA_Click>}, ...
 //
@@ -14,6 +14,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/chipstate.h"
 #include "core/inputs.h"
@@ -55,6 +56,18 @@ struct shared_parts {
   panel_window& window;
 };
 
+/// The members of a group of controls.
+template <class Kind>
+class group {
+ public:
+  void add(Kind& member) { members_.push_back(&member); }
+  [[nodiscard]] Kind& operator[](int index) const { return *members_[static_cast<std::size_t>(index)]; }
+  [[nodiscard]] int count() const { return static_cast<int>(members_.size()); }
+
+ private:
+  std::vector<Kind*> members_;
+};
+
 class panel;
 
 /// Which handler serves which event of which control. The handler gets the member of a group that it is
@@ -83,9 +96,19 @@ class panel {
   panel(const shared_parts& shared, std::span<const handler_row> rows);
   virtual ~panel() = default;
 
-  [[nodiscard]] control& own(id which);
-
-  [[nodiscard]] control_group own_group(id which);
+  /// A control, or a group of them, that is this panel's alone from now on; throws std::bad_cast where it is
+  /// of another kind.
+  template <class Kind>
+  [[nodiscard]] Kind& own(id which, int index = 0) {
+    controls_.claim(which, *this);
+    return dynamic_cast<Kind&>(controls_.at(which, index));
+  }
+  template <class Kind>
+  [[nodiscard]] group<Kind> own_group(id which) {
+    group<Kind> members;
+    for (int i = 0; i < declared(which).count; ++i) members.add(own<Kind>(which, i));
+    return members;
+  }
 
   /// A handler `void handler(some_panel& self, int index)` as a row takes it.
   template <auto Handler>

@@ -44,7 +44,7 @@ void pins_panel::show() {
   if (chip_.devmodel.hasportc) show_port(PC, 2);
 }
 
-void pins_panel::show_port(const control_group& boxes, int port) {
+void pins_panel::show_port(const group<check_box>& boxes, int port) {
   const int pins = in_.pin_boxes[port];
   for (int bit = 0; bit < boxes.count(); ++bit) {
     boxes[bit].set_enabled(is_input(port, bit));

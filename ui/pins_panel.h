@@ -28,12 +28,12 @@ class pins_panel final : public panel {
   struct handlers;
   [[nodiscard]] bool is_input(int port, int bit) const;
   [[nodiscard]] bool gp2_is_t0cki() const;
-  void show_port(const control_group& boxes, int port);
+  void show_port(const group<check_box>& boxes, int port);
 
-  control_group PA = own_group(id::PA);
-  control_group PB = own_group(id::PB);
-  control_group PC = own_group(id::PC);
-  control_group lp = own_group(id::lp);
+  group<check_box> PA = own_group<check_box>(id::PA);
+  group<check_box> PB = own_group<check_box>(id::PB);
+  group<check_box> PC = own_group<check_box>(id::PC);
+  group<label> lp = own_group<label>(id::lp);
 };
 
 }  // namespace estructura

@@ -54,14 +54,14 @@ class program_panel final : public panel {
   void follow_address();
   void enterins();
 
-  control& MP = own(id::MP);
-  control& VISMP = own(id::VISMP);
-  control& direc = own(id::direc);
-  control& INS = own(id::INS);
-  control& codop = own(id::codop);
-  control& Entrarins = own(id::Entrarins);
-  control& borrarins = own(id::borrarins);
-  control& break_ = own(id::break_);
+  list_box& MP = own<list_box>(id::MP);
+  check_box& VISMP = own<check_box>(id::VISMP);
+  text_box& direc = own<text_box>(id::direc);
+  text_box& INS = own<text_box>(id::INS);
+  label& codop = own<label>(id::codop);
+  button& Entrarins = own<button>(id::Entrarins);
+  button& borrarins = own<button>(id::borrarins);
+  button& break_ = own<button>(id::break_);
   map_view map_;
 };
 

@@ -39,30 +39,30 @@ class registers_panel final : public panel {
   ///   128..133  pc, w, option, trisa, trisb, trisc
   std::optional<int> edited_;
 
-  control& MDP = own(id::MDP);
-  control_group MD = own_group(id::MD);
-  control& RE = own(id::RE);
-  control& PIL = own(id::PIL);
-  control& nomre = own(id::nomre);
-  control& nombres = own(id::nombres);
-  control_group dirmd = own_group(id::dirmd);
-  control_group lpag = own_group(id::lpag);
-  control& INDF = own(id::INDF);
-  control& DIRFSR = own(id::DIRFSR);
-  control& PAGFSR = own(id::PAGFSR);
-  control& STATUS = own(id::STATUS);
-  control& lstatus = own(id::lstatus);
-  control& OPT = own(id::OPT);
-  control& loption = own(id::loption);
-  control& BPA = own(id::BPA);
-  control& BPB = own(id::BPB);
-  control& BPC = own(id::BPC);
-  control& TRISA = own(id::TRISA);
-  control& TRISB = own(id::TRISB);
-  control& TRISC = own(id::TRISC);
-  control& dirdat = own(id::dirdat);
-  control& dat = own(id::dat);
-  control& entrardat = own(id::entrardat);
+  list_box& MDP = own<list_box>(id::MDP);
+  group<list_box> MD = own_group<list_box>(id::MD);
+  list_box& RE = own<list_box>(id::RE);
+  list_box& PIL = own<list_box>(id::PIL);
+  list_box& nomre = own<list_box>(id::nomre);
+  list_box& nombres = own<list_box>(id::nombres);
+  group<list_box> dirmd = own_group<list_box>(id::dirmd);
+  group<label> lpag = own_group<label>(id::lpag);
+  label& INDF = own<label>(id::INDF);
+  label& DIRFSR = own<label>(id::DIRFSR);
+  label& PAGFSR = own<label>(id::PAGFSR);
+  label& STATUS = own<label>(id::STATUS);
+  label& lstatus = own<label>(id::lstatus);
+  label& OPT = own<label>(id::OPT);
+  label& loption = own<label>(id::loption);
+  label& BPA = own<label>(id::BPA);
+  label& BPB = own<label>(id::BPB);
+  label& BPC = own<label>(id::BPC);
+  label& TRISA = own<label>(id::TRISA);
+  label& TRISB = own<label>(id::TRISB);
+  label& TRISC = own<label>(id::TRISC);
+  label& dirdat = own<label>(id::dirdat);
+  text_box& dat = own<text_box>(id::dat);
+  button& entrardat = own<button>(id::entrardat);
 };
 
 }  // namespace estructura

@@ -14,7 +14,7 @@ struct selected_bytes {
   std::size_t count;
 };
 
-selected_bytes selection_of(const control& box) {
+selected_bytes selection_of(const text_box& box) {
   const std::size_t from = byte_of_char(box.text(), static_cast<std::size_t>(box.sel_start()));
   const std::string_view behind = std::string_view(box.text()).substr(from);
   return {from, byte_of_char(behind, static_cast<std::size_t>(box.sel_length()))};
@@ -37,7 +37,7 @@ struct source_panel::handlers {
   }
 
   static void Ensamblar_Click(source_panel& self, int) {
-    control& source = self.source;
+    text_box& source = self.source;
     if (!source.text().ends_with("\r\n")) source.set_typed_text(source.text() + "\r\n", source.sel_start());
     const assembly made = assemble(source.text(), self.chip_.devmodel.progmask);
     if (made.error) return self.show_error(*made.error);
@@ -50,7 +50,7 @@ struct source_panel::handlers {
   }
 
   static void lst_Click(source_panel& self, int) {
-    control& listing = self.lst;
+    text_box& listing = self.lst;
     listing.set_selection(listing.sel_start(), 0);
     const std::string& text = listing.text();
     const std::size_t caret = byte_of_char(text, static_cast<std::size_t>(listing.sel_start()));

@@ -33,10 +33,10 @@ class source_panel final : public panel {
   void copy_selection();
 
   program_panel& program_;
-  control_group sl = own_group(id::sl);
-  control& clip = own(id::clip);
-  control& source = own(id::source);
-  control& lst = own(id::lst);
+  group<check_box> sl = own_group<check_box>(id::sl);
+  control& clip = own<control>(id::clip);
+  text_box& source = own<text_box>(id::source);
+  text_box& lst = own<text_box>(id::lst);
 };
 
 }  // namespace estructura

@@ -1,4 +1,5 @@
-// The record of one control: which change raises which event, and what lists and selections keep.
+// The record of one control, kind by kind: which change raises which event, and what lists and selections
+// keep.
 #include "ui/control.h"
 
 #include <gtest/gtest.h>
@@ -26,14 +27,26 @@ class told final : public event_sink {
 
 using log = std::vector<std::string>;
 
+constexpr declaration plain(kind is) {
+  return {id::dat, "caja", 1, is, id::none, {}, ""};
+}
+
+template <class Kind>
 struct fixture {
-  explicit fixture(kind is) : box(id::dat, 0, is, "caja") { box.listen(&sink); }
-  control box;
+  explicit fixture(kind is) : box(plain(is), 0) { box.listen(sink); }
+  Kind box;
   told sink;
 };
 
+struct text_fixture : fixture<text_box> {
+  text_fixture() : fixture(kind::text) {}
+};
+struct list_fixture : fixture<list_box> {
+  list_fixture() : fixture(kind::list) {}
+};
+
 TEST(control, raises_change_exactly_when_a_text_changes) {
-  fixture f(kind::text);
+  text_fixture f;
   f.box.set_text("1F");
   EXPECT_EQ(f.sink.take(), (log{"touched", "change"}));
   f.box.set_text("1F");
@@ -43,22 +56,75 @@ TEST(control, raises_change_exactly_when_a_text_changes) {
 }
 
 TEST(control, raises_change_for_the_caption_of_a_label_too) {
-  fixture f(kind::label);
+  fixture<label> f(kind::label);
   f.box.set_text("PCL");
   EXPECT_EQ(f.sink.take(), (log{"touched", "change"}));
 }
 
-TEST(control, raises_nothing_for_the_caption_of_other_kinds) {
-  for (const kind is : {kind::button, kind::check, kind::option, kind::combo, kind::frame}) {
-    fixture f(is);
-    f.box.set_text("otro");
-    EXPECT_EQ(f.sink.take(), log{"touched"}) << static_cast<int>(is);
-    EXPECT_EQ(f.box.text(), "otro");
-  }
+template <class Kind>
+void expect_a_silent_text(kind is) {
+  fixture<Kind> f(is);
+  f.box.set_text("otro");
+  EXPECT_EQ(f.sink.take(), log{"touched"}) << static_cast<int>(is);
+  EXPECT_EQ(f.box.text(), "otro");
+  f.box.set_text("otro");
+  EXPECT_EQ(f.sink.take(), log{}) << static_cast<int>(is);
+}
+
+TEST(control, raises_nothing_for_the_text_of_other_kinds) {
+  expect_a_silent_text<button>(kind::button);
+  expect_a_silent_text<check_box>(kind::check);
+  expect_a_silent_text<check_box>(kind::option);
+  expect_a_silent_text<combo_box>(kind::combo);
+}
+
+TEST(control, reads_as_nothing_what_its_kind_does_not_have) {
+  const control frame(plain(kind::frame), 0);
+  EXPECT_FALSE(frame.value());
+  EXPECT_EQ(frame.tag(), "");
+  EXPECT_EQ(frame.sel_start(), 0);
+  EXPECT_EQ(frame.sel_length(), 0);
+  EXPECT_EQ(frame.marked_line(), 0);
+  EXPECT_EQ(frame.documents(), 0U);
+  EXPECT_EQ(frame.shown_selections(), 0U);
+  EXPECT_EQ(frame.rows(), std::vector<std::string>{});
+  EXPECT_EQ(frame.count(), 0);
+  EXPECT_EQ(frame.row(), -1);
+  EXPECT_EQ(frame.selected(), std::vector<int>{});
+  EXPECT_EQ(frame.row_changes(), 0U);
+  EXPECT_EQ(frame.shown_rows(), 0U);
+  EXPECT_FALSE(frame.face_background());
+}
+
+TEST(control, takes_name_text_tip_and_flags_from_its_row_of_the_inventory) {
+  constexpr declaration row = {id::PB,          "PB",  3,     kind::check, id::none,
+                               {"a", "b", "c"}, "pin", false, false,       1};
+  const check_box second(row, 1);
+  EXPECT_EQ(second.which(), id::PB);
+  EXPECT_EQ(second.index(), 1);
+  EXPECT_EQ(second.is(), kind::check);
+  EXPECT_EQ(second.name(), "PB(1)");
+  EXPECT_EQ(second.text(), "b");
+  EXPECT_EQ(second.tip(), "pin");
+  EXPECT_FALSE(second.visible());
+  EXPECT_FALSE(second.enabled());
+  EXPECT_EQ(check_box(row, 2).tip(), "");
+  EXPECT_EQ(check_box(plain(kind::check), 0).name(), "caja");
+}
+
+TEST(combo, with_new_entries_raises_nothing_and_counts_them) {
+  fixture<combo_box> f(kind::combo);
+  f.box.set_rows({"a", "b"});
+  EXPECT_EQ(f.sink.take(), log{"touched"});
+  EXPECT_EQ(f.box.row_changes(), 1U);
+  f.box.set_rows({"a", "b"});
+  EXPECT_EQ(f.sink.take(), log{});
+  EXPECT_EQ(f.box.row_changes(), 1U);
+  EXPECT_EQ(f.box.count(), 2);
 }
 
 TEST(control, raises_click_exactly_when_the_value_of_a_box_changes) {
-  fixture f(kind::check);
+  fixture<check_box> f(kind::check);
   f.box.set_value(false);
   EXPECT_EQ(f.sink.take(), log{});
   f.box.set_value(true);
@@ -70,7 +136,7 @@ TEST(control, raises_click_exactly_when_the_value_of_a_box_changes) {
 }
 
 TEST(control, that_only_shows_a_value_raises_nothing) {
-  fixture f(kind::check);
+  fixture<check_box> f(kind::check);
   f.box.show_value(true);
   EXPECT_EQ(f.sink.take(), log{"touched"});
   EXPECT_TRUE(f.box.value());
@@ -85,15 +151,15 @@ TEST(control, has_its_new_state_when_it_tells_of_it) {
     void touched(control& source) override { seen.push_back(source.text()); }
     std::vector<std::string> seen;
   };
-  control box(id::dat, 0, kind::text, "dat");
+  text_box box(plain(kind::text), 0);
   looking sink;
-  box.listen(&sink);
+  box.listen(sink);
   box.set_text("7");
   EXPECT_EQ(sink.seen, (log{"7", "7"}));
 }
 
 TEST(control, tells_of_tip_visible_and_enabled_only_when_they_change) {
-  fixture f(kind::button);
+  fixture<button> f(kind::button);
   const unsigned before = f.box.changes();
   f.box.set_tip("");
   f.box.set_visible(true);
@@ -111,14 +177,14 @@ TEST(control, tells_of_tip_visible_and_enabled_only_when_they_change) {
 }
 
 TEST(control, keeps_a_tag_without_a_word) {
-  fixture f(kind::label);
+  fixture<label> f(kind::label);
   f.box.set_tag("131");
   EXPECT_EQ(f.box.tag(), "131");
   EXPECT_EQ(f.sink.take(), log{});
 }
 
 TEST(control, puts_the_caret_at_the_start_of_a_text_set_and_at_the_end_of_one_typed) {
-  fixture f(kind::text);
+  text_fixture f;
   f.box.set_typed_text("año", -1);
   EXPECT_EQ(f.box.sel_start(), 3);
   f.box.set_typed_text("añoñ", 2);
@@ -137,7 +203,7 @@ TEST(control, counts_a_selection_in_characters_and_keeps_it_within_the_text) {
   // "señal", a line end of two, "F": eight characters.
   for (const row& r : {row{0, 8, 0, 8}, row{2, 3, 2, 3}, row{6, 9, 6, 2}, row{20, 1, 8, 0}, row{-3, 2, 0, 2},
                        row{3, -1, 3, 0}}) {
-    fixture f(kind::text);
+    text_fixture f;
     f.box.set_text("señal\r\nF");
     f.box.set_selection(r.start, r.length);
     EXPECT_EQ(f.box.sel_start(), r.kept_start) << r.start << "+" << r.length;
@@ -146,7 +212,7 @@ TEST(control, counts_a_selection_in_characters_and_keeps_it_within_the_text) {
 }
 
 TEST(control, select_all_takes_the_whole_text_and_raises_nothing) {
-  fixture f(kind::text);
+  text_fixture f;
   f.box.set_text("4000");
   f.sink.take();
   f.box.select_all();
@@ -159,7 +225,7 @@ using rows = std::vector<std::string>;
 using lines = std::vector<int>;
 
 TEST(control, with_new_lines_has_none_current_and_raises_nothing) {
-  fixture f(kind::list);
+  list_fixture f;
   f.box.set_rows({"a", "b", "c"});
   f.box.choose_row(1);
   f.sink.take();
@@ -172,7 +238,7 @@ TEST(control, with_new_lines_has_none_current_and_raises_nothing) {
 }
 
 TEST(control, counts_a_change_of_lines_apart) {
-  fixture f(kind::list);
+  list_fixture f;
   f.box.set_rows({"a", "b"});
   const unsigned before = f.box.row_changes();
   f.box.choose_row(1);
@@ -185,7 +251,7 @@ TEST(control, counts_a_change_of_lines_apart) {
 }
 
 TEST(control, a_line_that_the_program_chooses_is_the_one_selected_and_always_clicks) {
-  fixture f(kind::list);
+  list_fixture f;
   f.box.set_rows({"a", "b", "c"});
   f.box.set_row_selection(2, {0, 2});
   f.sink.take();
@@ -206,7 +272,7 @@ TEST(control, a_line_that_the_program_chooses_is_the_one_selected_and_always_cli
 
 TEST(control, choosing_no_line_or_one_that_is_not_there_selects_none_without_a_click) {
   for (const int row : {-1, 3, 2048}) {
-    fixture f(kind::list);
+    list_fixture f;
     f.box.set_rows({"a", "b", "c"});
     f.box.choose_row(1);
     f.sink.take();
@@ -218,7 +284,7 @@ TEST(control, choosing_no_line_or_one_that_is_not_there_selects_none_without_a_c
 }
 
 TEST(control, a_replaced_line_is_no_longer_selected_and_the_others_are) {
-  fixture f(kind::list);
+  list_fixture f;
   f.box.set_rows({"a", "b", "c"});
   f.box.set_row_selection(1, {0, 1});
   f.sink.take();
@@ -235,7 +301,7 @@ TEST(control, a_replaced_line_is_no_longer_selected_and_the_others_are) {
 
 TEST(control, replaces_no_line_that_is_not_there) {
   for (const int row : {-1, 2}) {
-    fixture f(kind::list);
+    list_fixture f;
     f.box.set_rows({"a", "b"});
     f.sink.take();
     f.box.replace_row(row, "x");
@@ -245,7 +311,7 @@ TEST(control, replaces_no_line_that_is_not_there) {
 }
 
 TEST(control, keeps_the_selection_that_the_person_made_without_an_event) {
-  fixture f(kind::list);
+  list_fixture f;
   f.box.set_rows({"a", "b", "c"});
   f.sink.take();
   f.box.set_row_selection(2, {0, 2});
@@ -257,7 +323,7 @@ TEST(control, keeps_the_selection_that_the_person_made_without_an_event) {
 }
 
 TEST(control, has_the_window_background_until_it_is_told_otherwise) {
-  fixture f(kind::list);
+  list_fixture f;
   EXPECT_FALSE(f.box.face_background());
   f.box.set_face_background(true);
   EXPECT_TRUE(f.box.face_background());

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <typeinfo>
 #include <vector>
 
 #include "tests/ui/test_window.h"
@@ -143,6 +144,7 @@ class test_panel final : public panel {
   explicit test_panel(const shared_parts& shared, std::span<const handler_row> rows = {})
       : panel(shared, rows) {}
   using panel::own;
+  using panel::own_group;
 };
 
 struct parts {
@@ -161,11 +163,21 @@ TEST(panel, has_its_controls_for_itself) {
   parts p;
   test_panel first(p.shared);
   test_panel second(p.shared);
-  EXPECT_EQ(&first.own(id::INS), &p.controls.at(id::INS));
+  EXPECT_EQ(&first.own<text_box>(id::INS), &p.controls.at(id::INS));
   EXPECT_EQ(p.controls.owner(id::INS), &first);
-  EXPECT_NO_THROW((void)first.own(id::INS));
-  EXPECT_THROW((void)second.own(id::INS), std::logic_error);
+  EXPECT_NO_THROW((void)first.own<text_box>(id::INS));
+  EXPECT_THROW((void)second.own<text_box>(id::INS), std::logic_error);
   EXPECT_EQ(p.controls.owner(id::codop), nullptr);
+}
+
+TEST(panel, has_each_control_as_what_it_is) {
+  parts p;
+  test_panel one(p.shared);
+  EXPECT_THROW((void)one.own<list_box>(id::INS), std::bad_cast);
+  EXPECT_THROW((void)one.own_group<label>(id::PB), std::bad_cast);
+  const group<check_box> boxes = one.own_group<check_box>(id::PB);
+  ASSERT_EQ(boxes.count(), 8);
+  for (int bit = 0; bit < 8; ++bit) EXPECT_EQ(&boxes[bit], &p.controls.at(id::PB, bit));
 }
 
 TEST(panel, serves_no_control_of_another_one) {

@@ -52,8 +52,8 @@ void write_flag(std::string& out, std::string_view key, bool value) {
   out += value ? "true" : "false";
 }
 
-template <class Item, class Write>
-void write_list(std::string& out, const std::vector<Item>& items, const Write& one) {
+template <class Items, class Write>
+void write_list(std::string& out, const Items& items, const Write& one) {
   out += '[';
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (i > 0) out += ',';
@@ -81,7 +81,7 @@ int units_of(std::string_view utf8) {
 }  // namespace
 
 record_writer::record_writer(Estructura& window) : window_(window), first_(id_count) {
-  const std::vector<control>& controls = window.look_all();
+  const control_list& controls = window.look_all();
   seen_.resize(controls.size());
   for (std::size_t place = controls.size(); place-- > 0;)
     first_[static_cast<std::size_t>(controls[place].which())] = place;
@@ -179,7 +179,7 @@ void record_writer::write_map(std::string& out) {
 }
 
 std::string record_writer::changes() {
-  const std::vector<control>& controls = window_.look_all();
+  const control_list& controls = window_.look_all();
   // The names say which ports there are.
   const family_id now = window_.chip().devmodel.which;
   if (std::exchange(family_, now) != now)

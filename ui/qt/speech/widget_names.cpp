@@ -31,7 +31,7 @@ void widget_names::attach() {
 }
 
 void widget_names::refresh() {
-  const std::vector<control>& controls = window_.look_all();
+  const control_list& controls = window_.look_all();
   const family& of = window_.chip().devmodel;
   const bool running = window_.chip().running;
   const bool all = seen_.empty() || of.which != family_;

@@ -31,7 +31,7 @@ std::uint32_t difference(const std::string& before, const std::string& after) {
   return changed;
 }
 
-change_marks::change_marks(const std::vector<control>& controls, const widget_finder& find) {
+change_marks::change_marks(const control_list& controls, const widget_finder& find) {
   for (std::size_t place = 0; place < controls.size(); ++place) {
     const control& one = controls[place];
     if (std::find(watched.begin(), watched.end(), one.which()) == watched.end()) continue;
@@ -46,7 +46,7 @@ void change_marks::mark(const watched_view& view, std::uint32_t marks) {
     static_cast<text_label*>(view.widget)->set_changes(marks);
 }
 
-void change_marks::update(const std::vector<control>& controls, bool running) {
+void change_marks::update(const control_list& controls, bool running) {
   if (running) {
     if (!running_)
       for (const watched_view& view : views_) mark(view, 0);

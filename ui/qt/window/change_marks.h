@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/control.h"
+#include "ui/control_set.h"
 
 class QWidget;
 
@@ -28,9 +28,9 @@ class change_marks {
  public:
   using widget_finder = std::function<QWidget*(id which, int index)>;
 
-  change_marks(const std::vector<control>& controls, const widget_finder& find);
+  change_marks(const control_list& controls, const widget_finder& find);
 
-  void update(const std::vector<control>& controls, bool running);
+  void update(const control_list& controls, bool running);
 
  private:
   struct watched_view {

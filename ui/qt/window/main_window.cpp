@@ -93,7 +93,7 @@ void main_window::tear_down() {
 
 void main_window::build() {
   const panel_metrics measures(font());
-  const std::vector<control>& controls = window_.look_all();
+  const control_list& controls = window_.look_all();
   area_ = new QScrollArea;
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
@@ -177,7 +177,7 @@ void main_window::press(id which) {
 
 void main_window::refresh() {
   window_.bring_up_to_date();
-  const std::vector<control>& controls = window_.look_all();
+  const control_list& controls = window_.look_all();
   const copy_in_progress lock(*this);
   const QWidget* const focus = focusWidget();
   late_.clear();
