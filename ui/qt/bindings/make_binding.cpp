@@ -75,7 +75,7 @@ class label_binding final : public binding {
 
 class combo_binding final : public binding {
  public:
-  combo_binding(const control& record, action_sink& sink) : binding(record, sink), combo_(new combo_box) {
+  combo_binding(const control& record, action_sink& sink) : binding(record, sink), combo_(new qt_combo_box) {
     QObject::connect(combo_, &QComboBox::textActivated, combo_, [this](const QString& entry) {
       perform([&](Estructura& window) { window.pick(which(), entry.toStdString()); });
     });
@@ -94,7 +94,7 @@ class combo_binding final : public binding {
   }
 
  private:
-  combo_box* combo_;
+  qt_combo_box* combo_;
   unsigned rows_seen_ = 0;
 };
 

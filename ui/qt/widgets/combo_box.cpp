@@ -5,11 +5,11 @@
 
 namespace estructura {
 
-void combo_box::wheelEvent(QWheelEvent* event) {
+void qt_combo_box::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }
 
-void combo_box::keyPressEvent(QKeyEvent* event) {
+void qt_combo_box::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
