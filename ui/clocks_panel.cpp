@@ -94,7 +94,7 @@ bool clocks_panel::timer_counts_single_pulses() const {
   return timer_counts_pulses() && !in_.pulse_train;
 }
 
-std::optional<bool> clocks_panel::open_after_refresh(focus_place place) const {
+std::optional<bool> clocks_panel::open_after_refresh(control_place place) const {
   switch (place.which) {
     case id::FR: return timer_counts_pulses();
     case id::TOCKI: return timer_counts_single_pulses();

@@ -24,7 +24,7 @@ class clocks_panel final : public panel {
   /// Power-on: it can be changed again.
   void unlock();
   /// As for the pins (ui/pins_panel.h): the two controls of T0CKI.
-  [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
+  [[nodiscard]] std::optional<bool> open_after_refresh(control_place place) const;
 
   void touched(const control& source) override;
 

@@ -21,13 +21,6 @@ namespace estructura {
 
 class panel;
 
-/// One control by its name and its place within its group.
-struct focus_place {
-  id which = id::none;
-  int index = 0;
-  bool operator==(const focus_place&) const = default;
-};
-
 /// All controls, to be looked at, in the order of the inventory, which is that of the Tab key.
 class control_list {
  public:

@@ -39,9 +39,9 @@ bool takes_focus(kind k) {
 
 }  // namespace
 
-void Estructura::move_focus(focus_place place) {
+void Estructura::move_focus(control_place place) {
   if (place == focus_) return;
-  const focus_place left = std::exchange(focus_, place);
+  const control_place left = std::exchange(focus_, place);
   runner_.requests().focus_at_stake = open_after_refresh(place).has_value();
   if (left.which != id::none) raised(at(left.which, left.index), event::lostfocus);
   if (place.which != id::none && place == focus_) raised(at(place.which, place.index), event::gotfocus);
@@ -61,11 +61,11 @@ void Estructura::leave_withdrawn_focus() {
 
 // Nobody has gone to where a withdrawn focus goes: a key meant for the control before must not end the
 // program there, nor erase a word.
-focus_place Estructura::harmless(const control& next) const {
+control_place Estructura::harmless(const control& next) const {
   const auto first_usable = [&](std::initializer_list<id> instead) {
     for (const id which : instead)
-      if (usable(which)) return focus_place{which, 0};
-    return focus_place{next.which(), next.index()};
+      if (usable(which)) return control_place{which, 0};
+    return control_place{next.which(), next.index()};
   };
   switch (next.which()) {
     case id::fin: return first_usable({id::eje1, id::ejecutar});
@@ -74,7 +74,7 @@ focus_place Estructura::harmless(const control& next) const {
   }
 }
 
-std::optional<bool> Estructura::open_after_refresh(focus_place place) const {
+std::optional<bool> Estructura::open_after_refresh(control_place place) const {
   const std::optional<bool> pin = pins_panel_.open_after_refresh(place);
   return pin ? pin : clocks_panel_.open_after_refresh(place);
 }

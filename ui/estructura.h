@@ -86,7 +86,7 @@ class Estructura final : private run_listener, private event_sink, private panel
   [[nodiscard]] const control& look(id which, int index = 0);
   [[nodiscard]] const map_view& look_map();
   [[nodiscard]] const control_list& look_all();
-  [[nodiscard]] focus_place focused() const { return focus_; }
+  [[nodiscard]] control_place focused() const { return focus_; }
   /// Whether a person can use the control: enabled, visible, and its frames visible.
   [[nodiscard]] bool usable(id which, int index = 0) const { return controls_.usable(which, index); }
   [[nodiscard]] bool ended() const { return ended_; }
@@ -119,7 +119,7 @@ class Estructura final : private run_listener, private event_sink, private panel
   void touched(control& source) override;
 
   // panel_window: what the panels ask for.
-  void move_focus(focus_place place) override;
+  void move_focus(control_place place) override;
   answer ask(box kind, const std::string& text) override;
   std::string choose_file(bool save, std::string_view filter, std::string_view extension,
                           std::string_view proposed) override;
@@ -130,8 +130,8 @@ class Estructura final : private run_listener, private event_sink, private panel
   void fault();
   void update_views();
   void leave_withdrawn_focus();
-  [[nodiscard]] focus_place harmless(const control& next) const;
-  [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
+  [[nodiscard]] control_place harmless(const control& next) const;
+  [[nodiscard]] std::optional<bool> open_after_refresh(control_place place) const;
   [[nodiscard]] control& at(id which, int index = 0) { return controls_.at(which, index); }
   /// The control as what it is; nullptr where it is of another kind or a person cannot use it.
   template <class Kind>
@@ -146,7 +146,7 @@ class Estructura final : private run_listener, private event_sink, private panel
   run_control runner_{chip_, in_, *this};
   open_documents documents_;
   control_set controls_;
-  focus_place focus_;
+  control_place focus_;
   bool ended_ = false;
 
   const shared_parts shared_{controls_, chip_, in_, runner_, documents_, host_, *this};

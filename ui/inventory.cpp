@@ -135,19 +135,22 @@ const declaration& declared(id which) {
   return inventory[static_cast<std::size_t>(which)];
 }
 
-id find_control(std::string_view name, int& index) {
-  index = 0;
+std::optional<control_place> find_control(std::string_view name) {
   const std::size_t open = name.find('(');
-  const std::string_view base = name.substr(0, open);
-  for (const declaration& row : inventory) {
-    if (row.name != base) continue;
-    if (open == std::string_view::npos) return row.count == 1 ? row.which : id::none;
+  const bool has_index = open != std::string_view::npos;
+  int index = 0;
+  if (has_index) {
     const char* const end = name.data() + name.size();
     const auto parsed = std::from_chars(name.data() + open + 1, end, index);
     const bool closed = parsed.ec == std::errc{} && parsed.ptr + 1 == end && *parsed.ptr == ')';
-    return row.count > 1 && closed && index >= 0 && index < row.count ? row.which : id::none;
+    if (!closed) return std::nullopt;
   }
-  return id::none;
+  for (const declaration& row : inventory) {
+    if (row.name != name.substr(0, open)) continue;
+    const bool is_member = has_index == (row.count > 1) && index >= 0 && index < row.count;
+    return is_member ? std::optional(control_place{row.which, index}) : std::nullopt;
+  }
+  return std::nullopt;
 }
 
 }  // namespace estructura

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "ui/control.h"
@@ -149,8 +150,14 @@ constexpr bool skipped_by_tab(id which) {
   return which == id::nomre || which == id::nombres || which == id::dirmd;
 }
 
-/// The control that a name means, "eje1" or "PB(3)"; id::none when there is none. `index` receives the
-/// member.
-id find_control(std::string_view name, int& index);
+/// One control: its name, and its place within its group.
+struct control_place {
+  id which = id::none;
+  int index = 0;
+  bool operator==(const control_place&) const = default;
+};
+
+/// The control that a name means, "eje1" or "PB(3)"; nothing when there is none.
+[[nodiscard]] std::optional<control_place> find_control(std::string_view name);
 
 }  // namespace estructura

@@ -29,7 +29,7 @@ namespace estructura {
 /// What a panel asks of the window around it.
 class panel_window {
  public:
-  virtual void move_focus(focus_place place) = 0;
+  virtual void move_focus(control_place place) = 0;
   /// Works out everything that whoever looks would see; boxes and dialogs are such a look.
   virtual void bring_up_to_date() = 0;
   virtual answer ask(box kind, const std::string& text) = 0;

@@ -28,7 +28,7 @@ bool pins_panel::gp2_is_t0cki() const {
   return getbit(chip_.cpu.option, option_t0cs) != 0 && !chip_.devmodel.is16c5x;
 }
 
-std::optional<bool> pins_panel::open_after_refresh(focus_place place) const {
+std::optional<bool> pins_panel::open_after_refresh(control_place place) const {
   switch (place.which) {
     case id::PA: return is_input(0, place.index);
     case id::PB: return is_input(1, place.index) && !(place.index == 2 && gp2_is_t0cki());

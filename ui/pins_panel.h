@@ -22,7 +22,7 @@ class pins_panel final : public panel {
   /// A pin of port B that has another purpose has no box.
   void show_pin(int bit, bool visible) { PB[bit].set_visible(visible); }
   /// Whether a refresh leaves the control to the person; nothing for one that no refresh opens or closes.
-  [[nodiscard]] std::optional<bool> open_after_refresh(focus_place place) const;
+  [[nodiscard]] std::optional<bool> open_after_refresh(control_place place) const;
 
  private:
   struct handlers;

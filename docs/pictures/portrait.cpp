@@ -103,9 +103,9 @@ using estructura::id;
 bool act(Estructura& window, portrait_host& host, const std::string& action) {
   const std::size_t end = std::min(action.find_first_of("*=#"), action.size());
   const std::string value = end < action.size() ? action.substr(end + 1) : std::string();
-  int index = 0;
-  const id which = estructura::find_control(std::string_view(action).substr(0, end), index);
-  if (which == id::none) return false;
+  const auto found = estructura::find_control(std::string_view(action).substr(0, end));
+  if (!found) return false;
+  const auto [which, index] = *found;
   const char mark = end < action.size() ? action[end] : '*';
   const int number = std::atoi(value.c_str());
   switch (mark) {

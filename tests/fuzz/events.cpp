@@ -66,7 +66,7 @@ void check_window(Estructura& window) {
   must(window.look(id::dat).enabled() == !window.look(id::dirdat).text().empty(), "dat opens with its label");
   must(chip.running || window.look(id::ejecutar).text() == "Ejecu&tar" || window.ended(),
        "a stopped run says so");
-  const focus_place focus = window.focused();
+  const control_place focus = window.focused();
   must(focus.which == id::none || window.usable(focus.which, focus.index),
        "the focus is where it can be used");
   check_name(window, id::FILHEX, window.hex());

@@ -342,10 +342,9 @@ std::string qt_driver::focused() {
   shown_.refresh();
   // What has the focus may be a part of the control's widget.
   for (const QWidget* part = QApplication::focusWidget(); part != nullptr; part = part->parentWidget()) {
-    int index = 0;
     const std::string name = part->objectName().toStdString();
-    const id which = find_control(name, index);
-    if (which != id::none) return declared(which).is == kind::frame ? std::string{} : name;
+    const auto found = find_control(name);
+    if (found) return declared(found->which).is == kind::frame ? std::string{} : name;
   }
   return {};
 }

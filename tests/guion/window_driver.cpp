@@ -9,8 +9,10 @@ control_place place_of(std::string_view written) {
   control_place place;
   place.name = name_and_index(written, number);
   if (number >= 0) place.name += '(' + std::to_string(number) + ')';
-  place.which = find_control(place.name, place.index);
-  if (place.which == id::none) throw script_error("no such control: " + std::string(written));
+  const auto found = find_control(place.name);
+  if (!found) throw script_error("no such control: " + std::string(written));
+  place.which = found->which;
+  place.index = found->index;
   place.is = declared(place.which).is;
   return place;
 }

@@ -45,7 +45,7 @@ TEST_F(teclado, f7_and_f8_execute_one_instruction_and_leave_the_focus) {
     const auto before = record.chip().cycles;
     pulsa(key);
     EXPECT_GT(record.chip().cycles, before);
-    EXPECT_EQ(record.focused(), (focus_place{id::source, 0}));
+    EXPECT_EQ(record.focused(), (control_place{id::source, 0}));
     EXPECT_EQ(QApplication::focusWidget(), &fuente());
   }
 }
@@ -69,7 +69,7 @@ TEST_F(teclado, enter_after_f7_in_the_frequency_does_not_end_the_program) {
     at(where).setFocus(Qt::TabFocusReason);
     ASSERT_EQ(QApplication::focusWidget(), &at(where));
     pulsa(Qt::Key_F7);
-    EXPECT_EQ(record.focused(), (focus_place{id::eje1, 0}));
+    EXPECT_EQ(record.focused(), (control_place{id::eje1, 0}));
     EXPECT_EQ(QApplication::focusWidget(), &at(id::eje1));
     tecla(Qt::Key_Return);
     EXPECT_FALSE(record.ended());
@@ -93,7 +93,7 @@ TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
   window.refresh();
   at<QLineEdit>(id::dat).setText("5");
   tecla(Qt::Key_F8);
-  EXPECT_EQ(record.focused(), (focus_place{id::dat, 0}));
+  EXPECT_EQ(record.focused(), (control_place{id::dat, 0}));
   tecla(Qt::Key_A);
   tecla(Qt::Key_Return);
   EXPECT_EQ(record.chip().cpu.w, 0x5A);
@@ -102,7 +102,7 @@ TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
 TEST_F(teclado, f5_runs_and_stops) {
   durante([this] {
     EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "&Parar");
-    EXPECT_EQ(record.focused(), focus_place{});
+    EXPECT_EQ(record.focused(), control_place{});
     pulsa(Qt::Key_F5);
   });
   pulsa(Qt::Key_F5);
@@ -169,7 +169,7 @@ TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
   window.refresh();
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 1);
-  EXPECT_EQ(record.focused(), (focus_place{id::direc, 0}));
+  EXPECT_EQ(record.focused(), (control_place{id::direc, 0}));
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 0);
 }
@@ -180,7 +180,7 @@ TEST_F(teclado, f9_does_nothing_without_an_address) {
   ASSERT_FALSE(at(id::break_).isEnabled());
   pulsa(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
-  EXPECT_EQ(record.focused(), (focus_place{id::direc, 0}));
+  EXPECT_EQ(record.focused(), (control_place{id::direc, 0}));
 }
 
 TEST_F(teclado, the_function_keys_work_while_a_text_is_edited) {

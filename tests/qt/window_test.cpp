@@ -178,14 +178,14 @@ TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_tab
   const QWidget* const first = QApplication::focusWidget();
   int walked = 0;
   do {
-    int index = 0;
-    const id which = find_control(QApplication::focusWidget()->objectName().toStdString(), index);
-    ASSERT_NE(which, id::none) << QApplication::focusWidget()->objectName().toStdString();
+    const auto found = find_control(QApplication::focusWidget()->objectName().toStdString());
+    ASSERT_TRUE(found) << QApplication::focusWidget()->objectName().toStdString();
+    const auto [which, index] = *found;
     // In a port bit 7 stands leftmost.
     const bool pin = which == id::PA || which == id::PB || which == id::PC;
     const int place = static_cast<int>(which) * 16 + (pin ? 15 - index : index);
     EXPECT_GT(place, last) << QApplication::focusWidget()->objectName().toStdString();
-    EXPECT_EQ(record.focused(), (focus_place{which, index}));
+    EXPECT_EQ(record.focused(), (control_place{which, index}));
     last = place;
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     ++walked;

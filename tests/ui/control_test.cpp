@@ -357,11 +357,9 @@ TEST(find_control, finds_a_control_and_the_member_of_a_group_by_name) {
                                   {"filecontrol", id::none, 0},
                                   {"PB(99999999999)", id::none, 0}};
   for (const row& r : cases) {
-    int index = 0;
-    EXPECT_EQ(find_control(r.name, index), r.which) << r.name;
-    if (r.which != id::none) {
-      EXPECT_EQ(index, r.index) << r.name;
-    }
+    const control_place found = find_control(r.name).value_or(control_place{});
+    EXPECT_EQ(found.which, r.which) << r.name;
+    EXPECT_EQ(found.index, r.index) << r.name;
   }
 }
 

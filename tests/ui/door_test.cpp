@@ -183,7 +183,7 @@ TEST(focus, lost_takes_the_selection_from_the_register_lists_so_that_a_line_clic
 TEST(focus, does_not_stay_on_a_control_that_can_no_longer_be_used) {
   test_window w;
   const auto on_usable = [&] {
-    const focus_place place = w.view.focused();
+    const control_place place = w.view.focused();
     return place.which != id::none && w.view.usable(place.which, place.index);
   };
   w.view.click_row(id::MDP, 0, 8);

@@ -170,10 +170,9 @@ const std::set<std::string_view> hidden = {"lst", "fext", "CMCLR"};
 const std::set<std::string_view> disabled = {"WDT", "dat", "entrardat", "Entrarins"};
 
 const control& found(Estructura& view, std::string_view name) {
-  int index = 0;
-  const id which = find_control(name, index);
-  EXPECT_NE(which, id::none) << "no control " << name;
-  return view.look(which == id::none ? id::Label1 : which, index);
+  const auto place = find_control(name);
+  EXPECT_TRUE(place) << "no control " << name;
+  return place ? view.look(place->which, place->index) : view.look(id::Label1);
 }
 
 TEST(inventory, has_every_control_with_its_kind_frame_text_and_tip) {

@@ -132,7 +132,7 @@ class nobody final : public run_listener {};
 
 class silent_window final : public panel_window {
  public:
-  void move_focus(focus_place) override {}
+  void move_focus(control_place) override {}
   void bring_up_to_date() override {}
   answer ask(box, const std::string&) override { return answer::ok; }
   std::string choose_file(bool, std::string_view, std::string_view, std::string_view) override { return {}; }

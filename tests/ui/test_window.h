@@ -91,10 +91,9 @@ struct test_window {
   }
 
   const control& at(std::string_view name) {
-    int index = 0;
-    const id which = find_control(name, index);
-    EXPECT_NE(which, id::none) << "no control " << name;
-    return view.look(which, index);
+    const auto found = find_control(name);
+    EXPECT_TRUE(found) << "no control " << name;
+    return found ? view.look(found->which, found->index) : view.look(id::Label1);
   }
   const std::string& text(std::string_view name) { return at(name).text(); }
   bool enabled(std::string_view name) { return at(name).enabled(); }
@@ -102,7 +101,7 @@ struct test_window {
   bool value(std::string_view name) { return at(name).value(); }
 
   std::string focused() {
-    const focus_place place = view.focused();
+    const control_place place = view.focused();
     return place.which == id::none ? std::string() : view.look(place.which, place.index).name();
   }
 

@@ -194,7 +194,7 @@ std::string record_writer::changes() {
     write_control(out, controls[place], before, place);
   }
   out += ']';
-  const focus_place focus = window_.focused();
+  const control_place focus = window_.focused();
   write(out, "focus", focus.which == id::none ? -1 : static_cast<int>(place_of(focus.which, focus.index)));
   write(out, "pc", window_.chip().cpu.pc);
   write_flag(out, "running", window_.chip().running);

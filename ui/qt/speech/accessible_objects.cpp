@@ -99,9 +99,9 @@ class accessible_label final : public accessible_with_text {
   /// These stand beside the list of registers. A label without a relation to anything is read out whenever
   /// the focus enters its frame, and it is the name that is read, not the value.
   [[nodiscard]] bool repeats_a_register() const {
-    int index = 0;
-    const id which = find_control(widget()->objectName().toStdString(), index);
-    return which == id::TRISA || which == id::TRISB || which == id::TRISC;
+    const auto found = find_control(widget()->objectName().toStdString());
+    if (!found) return false;
+    return found->which == id::TRISA || found->which == id::TRISB || found->which == id::TRISC;
   }
 
   [[nodiscard]] QAction* find(const QString& name) const {
@@ -179,8 +179,7 @@ QAccessibleInterface* accessible_factory(const QString&, QObject* object) {
     return new QAccessibleWidget(region, QAccessible::StatusBar);
   if (auto* const notice = dynamic_cast<live_notice*>(object))
     return new QAccessibleWidget(notice, QAccessible::Notification);
-  int index = 0;
-  if (find_control(object->objectName().toStdString(), index) == id::none) return nullptr;
+  if (!find_control(object->objectName().toStdString())) return nullptr;
   if (auto* const label = qobject_cast<QLabel*>(object)) return new accessible_label(label);
   if (auto* const combo = qobject_cast<QComboBox*>(object)) return new accessible_combo(combo);
   return nullptr;

@@ -223,7 +223,7 @@ void main_window::show_step_line() {
 // --- focus ---
 
 void main_window::copy_focus() {
-  const focus_place place = window_.focused();
+  const control_place place = window_.focused();
   QWidget* const wanted = place.which == id::none ? area_->widget() : widget_of(place.which, place.index);
   if (focusWidget() != wanted) wanted->setFocus();
 }
@@ -239,7 +239,7 @@ void main_window::focus_moved(const QWidget* now) {
   const auto found = by_widget_.find(now);
   if (found == by_widget_.end()) return;
   binding& link = *found->second;
-  if (window_.focused() == focus_place{link.which(), link.index()}) return;
+  if (window_.focused() == control_place{link.which(), link.index()}) return;
   perform(link, [&](Estructura& window) { window.focus(link.which(), link.index()); });
 }
 
