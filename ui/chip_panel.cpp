@@ -67,12 +67,17 @@ struct chip_panel::handlers {
     self.load();
   }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::eje1, event::click, act<eje1_Click>},   {id::ejecutar, event::click, act<ejecutar_Click>},
-      {id::por, event::click, act<por_Click>},     {id::MCLR, event::click, act<MCLR_Click>},
-      {id::CMCLR, event::click, act<CMCLR_Click>}, {id::ciclos, event::dblclick, act<ciclos_DblClick>},
-      {id::PIC, event::click, act<PIC_Click>},
+      {id::eje1,     event::click,    act<eje1_Click>},
+      {id::ejecutar, event::click,    act<ejecutar_Click>},
+      {id::por,      event::click,    act<por_Click>},
+      {id::MCLR,     event::click,    act<MCLR_Click>},
+      {id::CMCLR,    event::click,    act<CMCLR_Click>},
+      {id::ciclos,   event::dblclick, act<ciclos_DblClick>},
+      {id::PIC,      event::click,    act<PIC_Click>},
   };
+  // clang-format on
 };
 
 chip_panel::chip_panel(const shared_parts& shared, const chip_views& views)

@@ -61,12 +61,17 @@ struct clocks_panel::handlers {
     if (tocki_pulse(self.chip_)) self.runner_.regen();
   }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::FREC, event::gotfocus, act<FREC_GotFocus>},   {id::fext, event::click, act<fext_Click>},
-      {id::WATCHDOG, event::click, act<WATCHDOG_Click>}, {id::WDT, event::click, act<WDT_Click>},
-      {id::FR, event::gotfocus, act<FR_GotFocus>},       {id::FR, event::change, act<FR_Change>},
-      {id::TOCKI, event::click, act<TOCKI_Click>},
+      {id::FREC,     event::gotfocus, act<FREC_GotFocus>},
+      {id::fext,     event::click,    act<fext_Click>},
+      {id::WATCHDOG, event::click,    act<WATCHDOG_Click>},
+      {id::WDT,      event::click,    act<WDT_Click>},
+      {id::FR,       event::gotfocus, act<FR_GotFocus>},
+      {id::FR,       event::change,   act<FR_Change>},
+      {id::TOCKI,    event::click,    act<TOCKI_Click>},
   };
+  // clang-format on
 };
 
 clocks_panel::clocks_panel(const shared_parts& shared, pins_panel& pins)

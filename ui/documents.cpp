@@ -125,17 +125,19 @@ struct documents::handlers {
     if (self.ask_to_save_source(self.source_question())) self.end_program();
   }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::cargar, event::click, act<cargar_Click>},
-      {id::salvar, event::click, act<salvar_Click>},
-      {id::salvar16c84, event::click, act<salvar16c84_Click>},
-      {id::borrar, event::click, act<borrar_Click>},
-      {id::cargarasm, event::click, act<cargarasm_Click>},
-      {id::salvarasm, event::click, act<salvarasm_Click>},
-      {id::borrarasm, event::click, act<borrarasm_Click>},
+      {id::cargar,       event::click, act<cargar_Click>},
+      {id::salvar,       event::click, act<salvar_Click>},
+      {id::salvar16c84,  event::click, act<salvar16c84_Click>},
+      {id::borrar,       event::click, act<borrar_Click>},
+      {id::cargarasm,    event::click, act<cargarasm_Click>},
+      {id::salvarasm,    event::click, act<salvarasm_Click>},
+      {id::borrarasm,    event::click, act<borrarasm_Click>},
       {id::desensamblar, event::click, act<desensamblar_Click>},
-      {id::fin, event::click, act<fin_Click>},
+      {id::fin,          event::click, act<fin_Click>},
   };
+  // clang-format on
 };
 
 documents::documents(const shared_parts& shared, program_panel& program, source_panel& source,

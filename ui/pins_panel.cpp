@@ -9,11 +9,13 @@ struct pins_panel::handlers {
   static void PB_Click(pins_panel& self, int bit) { self.runner_.pin_click(1, bit, self.PB[bit].value()); }
   static void PC_Click(pins_panel& self, int bit) { self.runner_.pin_click(2, bit, self.PC[bit].value()); }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
       {id::PA, event::click, act<PA_Click>},
       {id::PB, event::click, act<PB_Click>},
       {id::PC, event::click, act<PC_Click>},
   };
+  // clang-format on
 };
 
 pins_panel::pins_panel(const shared_parts& shared) : panel(shared, handlers::rows) {}

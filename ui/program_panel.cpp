@@ -63,19 +63,21 @@ struct program_panel::handlers {
     self.pintamapa();
   }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::MP, event::click, act<MP_Click>},
-      {id::MP, event::dblclick, act<MP_DblClick>},
-      {id::VISMP, event::click, act<VISMP_Click>},
-      {id::direc, event::gotfocus, act<direc_GotFocus>},
-      {id::direc, event::change, act<direc_Change>},
-      {id::INS, event::gotfocus, act<INS_GotFocus>},
-      {id::INS, event::change, act<INS_Change>},
-      {id::INS, event::enter, act<INS_KeyPress>},
-      {id::Entrarins, event::click, act<Entrarins_Click>},
-      {id::borrarins, event::click, act<borrarins_Click>},
-      {id::break_, event::click, act<break_Click>},
+      {id::MP,        event::click,    act<MP_Click>},
+      {id::MP,        event::dblclick, act<MP_DblClick>},
+      {id::VISMP,     event::click,    act<VISMP_Click>},
+      {id::direc,     event::gotfocus, act<direc_GotFocus>},
+      {id::direc,     event::change,   act<direc_Change>},
+      {id::INS,       event::gotfocus, act<INS_GotFocus>},
+      {id::INS,       event::change,   act<INS_Change>},
+      {id::INS,       event::enter,    act<INS_KeyPress>},
+      {id::Entrarins, event::click,    act<Entrarins_Click>},
+      {id::borrarins, event::click,    act<borrarins_Click>},
+      {id::break_,    event::click,    act<break_Click>},
   };
+  // clang-format on
 };
 
 program_panel::program_panel(const shared_parts& shared) : panel(shared, handlers::rows) {}

@@ -92,19 +92,21 @@ struct registers_panel::handlers {
 
   static void entrardat_Click(registers_panel& self, int) { self.enter_value(); }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::MDP, event::click, act<MDP_Click>},
-      {id::MDP, event::lostfocus, act<MDP_LostFocus>},
-      {id::MD, event::click, act<MD_Click>},
-      {id::MD, event::lostfocus, act<MD_LostFocus>},
-      {id::RE, event::click, act<RE_Click>},
-      {id::RE, event::lostfocus, act<RE_LostFocus>},
-      {id::dirdat, event::change, act<dirdat_Change>},
-      {id::dat, event::gotfocus, act<dat_GotFocus>},
-      {id::dat, event::change, act<dat_Change>},
-      {id::dat, event::enter, act<dat_KeyPress>},
-      {id::entrardat, event::click, act<entrardat_Click>},
+      {id::MDP,       event::click,     act<MDP_Click>},
+      {id::MDP,       event::lostfocus, act<MDP_LostFocus>},
+      {id::MD,        event::click,     act<MD_Click>},
+      {id::MD,        event::lostfocus, act<MD_LostFocus>},
+      {id::RE,        event::click,     act<RE_Click>},
+      {id::RE,        event::lostfocus, act<RE_LostFocus>},
+      {id::dirdat,    event::change,    act<dirdat_Change>},
+      {id::dat,       event::gotfocus,  act<dat_GotFocus>},
+      {id::dat,       event::change,    act<dat_Change>},
+      {id::dat,       event::enter,     act<dat_KeyPress>},
+      {id::entrardat, event::click,     act<entrardat_Click>},
   };
+  // clang-format on
 };
 
 registers_panel::registers_panel(const shared_parts& shared) : panel(shared, handlers::rows) {}
@@ -259,6 +261,7 @@ void registers_panel::enter_value() {
 }
 
 void registers_panel::close_entry() {
+  edited_.reset();
   dirdat.set_text("");
   dat.set_text("");
 }

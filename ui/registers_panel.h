@@ -32,7 +32,7 @@ class registers_panel final : public panel {
   [[nodiscard]] bool takes(const std::string& text) const;
   void enter_value();
 
-  /// Which register the entry is about, as long as somebody has chosen one since the start:
+  /// Which register the entry is about, while there is one:
   ///
   ///   0..15     regs
   ///   16..127   bank * 32 + address (16..31) of the banked registers

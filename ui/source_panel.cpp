@@ -81,17 +81,19 @@ struct source_panel::handlers {
 
   static void tab_Click(source_panel& self, int) { self.replace_selection(std::string(15, ' ')); }
 
+  // clang-format off
   static constexpr handler_row rows[] = {
-      {id::sl, event::click, act<sl_Click>},
-      {id::source, event::change, act<source_Change>},
-      {id::Ensamblar, event::click, act<Ensamblar_Click>},
-      {id::lst, event::click, act<lst_Click>},
-      {id::lst, event::keyup, act<lst_KeyUp>},
-      {id::Copiar, event::click, act<Copiar_Click>},
-      {id::Cortar, event::click, act<Cortar_Click>},
-      {id::Pegar, event::click, act<Pegar_Click>},
-      {id::tab, event::click, act<tab_Click>},
+      {id::sl,        event::click,  act<sl_Click>},
+      {id::source,    event::change, act<source_Change>},
+      {id::Ensamblar, event::click,  act<Ensamblar_Click>},
+      {id::lst,       event::click,  act<lst_Click>},
+      {id::lst,       event::keyup,  act<lst_KeyUp>},
+      {id::Copiar,    event::click,  act<Copiar_Click>},
+      {id::Cortar,    event::click,  act<Cortar_Click>},
+      {id::Pegar,     event::click,  act<Pegar_Click>},
+      {id::tab,       event::click,  act<tab_Click>},
   };
+  // clang-format on
 };
 
 source_panel::source_panel(const shared_parts& shared, program_panel& program)

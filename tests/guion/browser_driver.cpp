@@ -207,37 +207,37 @@ void browser_driver::take_downloads(const message& names) {
   }
 }
 
-void browser_driver::click(const control_place& place) {
+void browser_driver::click(const script_place& place) {
   act({"click", place.name});
 }
-void browser_driver::click_text(const control_place& place, int caret) {
+void browser_driver::click_text(const script_place& place, int caret) {
   act({"click_text", place.name, std::to_string(caret)});
 }
-void browser_driver::keyup_text(const control_place& place, int caret) {
+void browser_driver::keyup_text(const script_place& place, int caret) {
   act({"keyup_text", place.name, std::to_string(caret)});
 }
-void browser_driver::dblclick(const control_place& place) {
+void browser_driver::dblclick(const script_place& place) {
   act({"dblclick", place.name});
 }
-void browser_driver::click_row(const control_place& place, int row, bool control_held) {
+void browser_driver::click_row(const script_place& place, int row, bool control_held) {
   act({"click_row", place.name, std::to_string(row), control_held ? "control" : ""});
 }
-void browser_driver::dblclick_row(const control_place& place, int row) {
+void browser_driver::dblclick_row(const script_place& place, int row) {
   act({"dblclick_row", place.name, std::to_string(row)});
 }
-void browser_driver::pick(const control_place& place, int entry) {
+void browser_driver::pick(const script_place& place, int entry) {
   act({"pick", place.name, std::to_string(entry)});
 }
-void browser_driver::type(const control_place& place, std::string_view text) {
+void browser_driver::type(const script_place& place, std::string_view text) {
   act({"type", place.name, std::string(text)});
 }
-void browser_driver::select(const control_place& place, int start, int length) {
+void browser_driver::select(const script_place& place, int start, int length) {
   act({"select", place.name, std::to_string(start), std::to_string(length)});
 }
-void browser_driver::enter(const control_place& place) {
+void browser_driver::enter(const script_place& place) {
   act({"enter", place.name});
 }
-void browser_driver::focus(const control_place& place) {
+void browser_driver::focus(const script_place& place) {
   act({"focus", place.name});
 }
 void browser_driver::press_map(double y) {
@@ -286,11 +286,11 @@ bool browser_driver::ended() {
   return browser_.call({"ended"}).at(0) == "true";
 }
 
-bool browser_driver::usable(const control_place& place) {
+bool browser_driver::usable(const script_place& place) {
   return browser_.call({"usable", place.name}).at(0) == "true";
 }
 
-appearance browser_driver::look(const control_place& place) {
+appearance browser_driver::look(const script_place& place) {
   const message told = browser_.call({"look", place.name});
   appearance shown;
   shown.text = told.at(0);

@@ -58,10 +58,10 @@ class guion {
   [[nodiscard]] std::int64_t yields_to_next() const;
   bool do_next_due();
 
-  control_place next_place(script_line& words);
-  control_place next_place(script_line& words, kind wanted);
+  script_place next_place(script_line& words);
+  script_place next_place(script_line& words, kind wanted);
   /// Whether the statement is to be done: the control can be used and the line is there.
-  bool can_click_row(const control_place& place, std::int64_t row);
+  bool can_click_row(const script_place& place, std::int64_t row);
 
   void click(script_line& words);
   void keyup(script_line& words);

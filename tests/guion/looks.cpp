@@ -67,7 +67,7 @@ std::optional<script_value> list_value(const appearance& shown, std::string_view
 script_value control_value(window_driver& driver, std::string_view what) {
   const std::size_t dot = what.find('.');
   if (dot == std::string_view::npos) nothing_of(what);
-  const control_place place = place_of(what.substr(0, dot));
+  const script_place place = place_of(what.substr(0, dot));
   std::int64_t index = -1;
   const std::string_view name = name_and_index(what.substr(dot + 1), index);
   const auto is_any_of = [&](auto... kinds) { return ((place.is == kinds) || ...); };

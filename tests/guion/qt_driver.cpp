@@ -165,7 +165,7 @@ int qt_driver::host::attend() {
 }
 
 template <class Widget>
-Widget& qt_driver::widget(const control_place& place) {
+Widget& qt_driver::widget(const script_place& place) {
   shown_.refresh();
   auto* const found = shown_.findChild<Widget*>(QString::fromStdString(place.name));
   if (found == nullptr) throw script_error("the window has no fitting widget of this name: " + place.name);
@@ -175,12 +175,12 @@ Widget& qt_driver::widget(const control_place& place) {
 // --- What a person does
 // --------------------------------------------------------------------------------------------
 
-void qt_driver::click(const control_place& place) {
+void qt_driver::click(const script_place& place) {
   QWidget& button = widget(place);
   QTest::mouseClick(&button, Qt::LeftButton, {}, point_to_click(button));
 }
 
-void qt_driver::click_text(const control_place& place, int caret) {
+void qt_driver::click_text(const script_place& place, int caret) {
   auto& edit = widget<QPlainTextEdit>(place);
   const QTextCursor there = cursor_at(edit, caret);
   edit.verticalScrollBar()->setValue(there.blockNumber());
@@ -189,27 +189,27 @@ void qt_driver::click_text(const control_place& place, int caret) {
   QTest::mouseClick(edit.viewport(), Qt::LeftButton, {}, edit.cursorRect(there).center());
 }
 
-void qt_driver::keyup_text(const control_place& place, int caret) {
+void qt_driver::keyup_text(const script_place& place, int caret) {
   auto& edit = widget<QPlainTextEdit>(place);
   edit.setFocus(Qt::TabFocusReason);
   edit.setTextCursor(cursor_at(edit, caret));
   QTest::keyRelease(&edit, Qt::Key_Right);
 }
 
-void qt_driver::dblclick(const control_place& place) {
+void qt_driver::dblclick(const script_place& place) {
   QWidget& label = widget(place);
   QTest::mouseClick(&label, Qt::LeftButton);
   QTest::mouseDClick(&label, Qt::LeftButton);
   QTest::mouseRelease(&label, Qt::LeftButton);
 }
 
-void qt_driver::click_row(const control_place& place, int row, bool control_held) {
+void qt_driver::click_row(const script_place& place, int row, bool control_held) {
   auto& view = widget<QAbstractItemView>(place);
   const auto keys = control_held ? Qt::ControlModifier : Qt::NoModifier;
   QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, point_on_row(view, row));
 }
 
-void qt_driver::dblclick_row(const control_place& place, int row) {
+void qt_driver::dblclick_row(const script_place& place, int row) {
   auto& view = widget<QAbstractItemView>(place);
   const QPoint point = point_on_row(view, row);
   QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, point);
@@ -217,7 +217,7 @@ void qt_driver::dblclick_row(const control_place& place, int row) {
   QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, point);
 }
 
-void qt_driver::pick(const control_place& place, int entry) {
+void qt_driver::pick(const script_place& place, int entry) {
   auto& combo = widget<QComboBox>(place);
   combo.setFocus(Qt::MouseFocusReason);
   combo.showPopup();
@@ -232,7 +232,7 @@ void qt_driver::pick(const control_place& place, int entry) {
     throw script_error("the focus does not come back from the list");
 }
 
-void qt_driver::type(const control_place& place, std::string_view text) {
+void qt_driver::type(const script_place& place, std::string_view text) {
   QWidget& box = widget(place);
   box.setFocus(Qt::TabFocusReason);
   const QString typed = in_widget(text);
@@ -250,7 +250,7 @@ void qt_driver::type(const control_place& place, std::string_view text) {
   QApplication::sendEvent(&box, &commit);
 }
 
-void qt_driver::select(const control_place& place, int start, int length) {
+void qt_driver::select(const script_place& place, int start, int length) {
   QWidget& box = widget(place);
   box.setFocus(Qt::TabFocusReason);
   if (auto* const line = qobject_cast<QLineEdit*>(&box)) {
@@ -267,13 +267,13 @@ void qt_driver::select(const control_place& place, int start, int length) {
   }
 }
 
-void qt_driver::enter(const control_place& place) {
+void qt_driver::enter(const script_place& place) {
   QWidget& box = widget(place);
   box.setFocus(Qt::TabFocusReason);
   QTest::keyClick(&box, Qt::Key_Return);
 }
 
-void qt_driver::focus(const control_place& place) {
+void qt_driver::focus(const script_place& place) {
   widget(place).setFocus(Qt::TabFocusReason);
 }
 
@@ -304,12 +304,12 @@ void qt_driver::set_clipboard(std::string_view text) {
 // --- What can be looked at
 // -----------------------------------------------------------------------------------------
 
-bool qt_driver::usable(const control_place& place) {
+bool qt_driver::usable(const script_place& place) {
   const QWidget& control = widget(place);
   return control.isEnabled() && control.isVisibleTo(&shown_);
 }
 
-appearance qt_driver::look(const control_place& place) {
+appearance qt_driver::look(const script_place& place) {
   const QWidget& control = widget(place);
   appearance shown;
   shown.tip = in_script(control.toolTip());

@@ -21,23 +21,23 @@ class qt_driver final : public in_process_driver {
 
   Estructura& window() override { return window_; }
 
-  void click(const control_place& place) override;
-  void click_text(const control_place& place, int caret) override;
-  void keyup_text(const control_place& place, int caret) override;
-  void dblclick(const control_place& place) override;
-  void click_row(const control_place& place, int row, bool control_held) override;
-  void dblclick_row(const control_place& place, int row) override;
-  void pick(const control_place& place, int entry) override;
-  void type(const control_place& place, std::string_view text) override;
-  void select(const control_place& place, int start, int length) override;
-  void enter(const control_place& place) override;
-  void focus(const control_place& place) override;
+  void click(const script_place& place) override;
+  void click_text(const script_place& place, int caret) override;
+  void keyup_text(const script_place& place, int caret) override;
+  void dblclick(const script_place& place) override;
+  void click_row(const script_place& place, int row, bool control_held) override;
+  void dblclick_row(const script_place& place, int row) override;
+  void pick(const script_place& place, int entry) override;
+  void type(const script_place& place, std::string_view text) override;
+  void select(const script_place& place, int start, int length) override;
+  void enter(const script_place& place) override;
+  void focus(const script_place& place) override;
   void press_map(double y) override;
   void close() override;
   void set_clipboard(std::string_view text) override;
 
-  bool usable(const control_place& place) override;
-  appearance look(const control_place& place) override;
+  bool usable(const script_place& place) override;
+  appearance look(const script_place& place) override;
   map_view look_map() override;
   std::string focused() override;
   std::string clipboard() override;
@@ -57,7 +57,7 @@ class qt_driver final : public in_process_driver {
 
   /// The widget of a control, up to date.
   template <class Widget = QWidget>
-  Widget& widget(const control_place& place);
+  Widget& widget(const script_place& place);
 
   host host_;
   Estructura window_;

@@ -63,7 +63,7 @@ std::string_view kind_name(kind is) {
   return "frame";
 }
 
-[[noreturn]] void wrong_kind(const control_place& place) {
+[[noreturn]] void wrong_kind(const script_place& place) {
   throw script_error("not for a " + std::string(kind_name(place.is)) + ": " + place.name);
 }
 
@@ -115,17 +115,17 @@ void guion::dispatch(script_line& words) {
   throw script_error("no such statement: " + name);
 }
 
-control_place guion::next_place(script_line& words) {
+script_place guion::next_place(script_line& words) {
   return place_of(words.next().text);
 }
 
-control_place guion::next_place(script_line& words, kind wanted) {
-  control_place place = next_place(words);
+script_place guion::next_place(script_line& words, kind wanted) {
+  script_place place = next_place(words);
   if (place.is != wanted) wrong_kind(place);
   return place;
 }
 
-bool guion::can_click_row(const control_place& place, std::int64_t row) {
+bool guion::can_click_row(const script_place& place, std::int64_t row) {
   if (!driver_.usable(place)) return false;
   if (row < 0 || row >= static_cast<std::int64_t>(driver_.look(place).rows.size()))
     throw script_error("no such line in " + place.name + ": " + std::to_string(row));
@@ -136,7 +136,7 @@ bool guion::can_click_row(const control_place& place, std::int64_t row) {
 // ---------------------------------------------------------------------------------------
 
 void guion::click(script_line& words) {
-  const control_place place = next_place(words);
+  const script_place place = next_place(words);
   if (place.which == id::lst) {
     const int caret =
         caret_place(driver_.look(place).text, words.next_number(0, std::numeric_limits<int>::max()));
@@ -150,7 +150,7 @@ void guion::click(script_line& words) {
 }
 
 void guion::keyup(script_line& words) {
-  const control_place place = next_place(words);
+  const script_place place = next_place(words);
   if (place.which != id::lst) throw script_error("nothing listens to keys let go in " + place.name);
   const int caret =
       caret_place(driver_.look(place).text, words.next_number(0, std::numeric_limits<int>::max()));
@@ -159,7 +159,7 @@ void guion::keyup(script_line& words) {
 }
 
 void guion::dblclick(script_line& words) {
-  const control_place place = next_place(words);
+  const script_place place = next_place(words);
   if (place.is == kind::list) {
     const std::int64_t row = words.next_number(0, std::numeric_limits<int>::max());
     words.expect_end();
@@ -172,14 +172,14 @@ void guion::dblclick(script_line& words) {
 }
 
 void guion::row(script_line& words) {
-  const control_place place = next_place(words, kind::list);
+  const script_place place = next_place(words, kind::list);
   const std::int64_t row = words.next_number(0, std::numeric_limits<int>::max());
   words.expect_end();
   if (can_click_row(place, row)) driver_.click_row(place, static_cast<int>(row), false);
 }
 
 void guion::rows(script_line& words) {
-  const control_place place = next_place(words, kind::list);
+  const script_place place = next_place(words, kind::list);
   bool control_held = false;
   do {
     const std::int64_t row = words.next_number(0, std::numeric_limits<int>::max());
@@ -189,7 +189,7 @@ void guion::rows(script_line& words) {
 }
 
 void guion::pick(script_line& words) {
-  const control_place place = next_place(words, kind::combo);
+  const script_place place = next_place(words, kind::combo);
   const std::string entry = words.next().text;
   words.expect_end();
   if (!driver_.usable(place)) return;
@@ -200,14 +200,14 @@ void guion::pick(script_line& words) {
 }
 
 void guion::type(script_line& words) {
-  const control_place place = next_place(words, kind::text);
+  const script_place place = next_place(words, kind::text);
   const std::string text = words.next().text;
   words.expect_end();
   if (driver_.usable(place)) driver_.type(place, with_cr_lf(text));
 }
 
 void guion::select(script_line& words) {
-  const control_place place = next_place(words, kind::text);
+  const script_place place = next_place(words, kind::text);
   const std::string text = driver_.look(place).text;
   const std::int64_t from = words.next_number(0, std::numeric_limits<int>::max());
   const std::int64_t length = words.next_number(0, std::numeric_limits<int>::max());
@@ -217,20 +217,20 @@ void guion::select(script_line& words) {
 }
 
 void guion::enter(script_line& words) {
-  const control_place place = next_place(words, kind::text);
+  const script_place place = next_place(words, kind::text);
   words.expect_end();
   if (driver_.usable(place)) driver_.enter(place);
 }
 
 void guion::focus(script_line& words) {
-  const control_place place = next_place(words);
+  const script_place place = next_place(words);
   words.expect_end();
   const bool takes_focus = place.is != kind::label && place.is != kind::frame && place.is != kind::picture;
   if (takes_focus && driver_.usable(place)) driver_.focus(place);
 }
 
 void guion::press(script_line& words) {
-  const control_place place = next_place(words, kind::picture);
+  const script_place place = next_place(words, kind::picture);
   const double y = decimal(words.next());
   words.expect_end();
   if (driver_.usable(place)) driver_.press_map(y);

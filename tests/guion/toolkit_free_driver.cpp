@@ -6,38 +6,38 @@ toolkit_free_driver::toolkit_free_driver(scripted_desktop& desk) : desk_(desk), 
   window_.Form_Load();
 }
 
-void toolkit_free_driver::click(const control_place& place) {
+void toolkit_free_driver::click(const script_place& place) {
   window_.click(place.which, place.index);
 }
-void toolkit_free_driver::click_text(const control_place& place, int caret) {
+void toolkit_free_driver::click_text(const script_place& place, int caret) {
   window_.click_text(place.which, caret);
 }
-void toolkit_free_driver::keyup_text(const control_place& place, int caret) {
+void toolkit_free_driver::keyup_text(const script_place& place, int caret) {
   window_.keyup_text(place.which, caret);
 }
-void toolkit_free_driver::dblclick(const control_place& place) {
+void toolkit_free_driver::dblclick(const script_place& place) {
   window_.dblclick(place.which, place.index);
 }
-void toolkit_free_driver::click_row(const control_place& place, int row, bool control_held) {
+void toolkit_free_driver::click_row(const script_place& place, int row, bool control_held) {
   window_.click_row(place.which, place.index, row, control_held);
 }
-void toolkit_free_driver::dblclick_row(const control_place& place, int row) {
+void toolkit_free_driver::dblclick_row(const script_place& place, int row) {
   window_.dblclick_row(place.which, place.index, row);
 }
-void toolkit_free_driver::pick(const control_place& place, int entry) {
+void toolkit_free_driver::pick(const script_place& place, int entry) {
   const std::string text = window_.look(place.which).rows().at(static_cast<std::size_t>(entry));
   window_.pick(place.which, text);
 }
-void toolkit_free_driver::type(const control_place& place, std::string_view text) {
+void toolkit_free_driver::type(const script_place& place, std::string_view text) {
   window_.type(place.which, text);
 }
-void toolkit_free_driver::select(const control_place& place, int start, int length) {
+void toolkit_free_driver::select(const script_place& place, int start, int length) {
   window_.select(place.which, start, length);
 }
-void toolkit_free_driver::enter(const control_place& place) {
+void toolkit_free_driver::enter(const script_place& place) {
   window_.enter(place.which);
 }
-void toolkit_free_driver::focus(const control_place& place) {
+void toolkit_free_driver::focus(const script_place& place) {
   window_.focus(place.which, place.index);
 }
 void toolkit_free_driver::press_map(double y) {
@@ -50,13 +50,13 @@ void toolkit_free_driver::set_clipboard(std::string_view text) {
   desk_.clipboard = text;
 }
 
-bool toolkit_free_driver::usable(const control_place& place) {
+bool toolkit_free_driver::usable(const script_place& place) {
   // During a run what the last step chose may be owed still, and decide what can be used.
   window_.bring_up_to_date();
   return window_.usable(place.which, place.index);
 }
 
-appearance toolkit_free_driver::look(const control_place& place) {
+appearance toolkit_free_driver::look(const script_place& place) {
   const control& shown = window_.look(place.which, place.index);
   return {.text = shown.text(),
           .tip = shown.tip(),
@@ -77,7 +77,7 @@ map_view toolkit_free_driver::look_map() {
 }
 
 std::string toolkit_free_driver::focused() {
-  const control_place place = window_.focused();
+  const script_place place = window_.focused();
   return place.which == id::none ? std::string{} : window_.look(place.which, place.index).name();
 }
 

@@ -4,9 +4,9 @@
 
 namespace estructura::guiones {
 
-control_place place_of(std::string_view written) {
+script_place place_of(std::string_view written) {
   std::int64_t number = -1;
-  control_place place;
+  script_place place;
   place.name = name_and_index(written, number);
   if (number >= 0) place.name += '(' + std::to_string(number) + ')';
   const auto found = find_control(place.name);

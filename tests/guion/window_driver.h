@@ -1,7 +1,7 @@
 // Who acts in the window and looks at it on behalf of a guion. There are three: one works on the toolkit-free
 // window, one on the real widgets, one on the page in a browser.
 //
-//   control_place place = ...;                        // the control "PB(3)"
+//   script_place place = ...;                        // the control "PB(3)"
 //   if (driver.usable(place)) driver.click(place);
 //   driver.look(place).value
 //
@@ -19,7 +19,7 @@
 namespace estructura::guiones {
 
 /// A control of the window as a script names it.
-struct control_place {
+struct script_place {
   id which = id::none;
   int index = 0;
   kind is = kind::frame;
@@ -59,23 +59,23 @@ class window_driver {
   virtual document source() = 0;
   virtual bool ended() = 0;
 
-  virtual void click(const control_place& place) = 0;
-  virtual void click_text(const control_place& place, int caret) = 0;
-  virtual void keyup_text(const control_place& place, int caret) = 0;
-  virtual void dblclick(const control_place& place) = 0;
-  virtual void click_row(const control_place& place, int row, bool control_held) = 0;
-  virtual void dblclick_row(const control_place& place, int row) = 0;
-  virtual void pick(const control_place& place, int entry) = 0;
-  virtual void type(const control_place& place, std::string_view text) = 0;
-  virtual void select(const control_place& place, int start, int length) = 0;
-  virtual void enter(const control_place& place) = 0;
-  virtual void focus(const control_place& place) = 0;
+  virtual void click(const script_place& place) = 0;
+  virtual void click_text(const script_place& place, int caret) = 0;
+  virtual void keyup_text(const script_place& place, int caret) = 0;
+  virtual void dblclick(const script_place& place) = 0;
+  virtual void click_row(const script_place& place, int row, bool control_held) = 0;
+  virtual void dblclick_row(const script_place& place, int row) = 0;
+  virtual void pick(const script_place& place, int entry) = 0;
+  virtual void type(const script_place& place, std::string_view text) = 0;
+  virtual void select(const script_place& place, int start, int length) = 0;
+  virtual void enter(const script_place& place) = 0;
+  virtual void focus(const script_place& place) = 0;
   virtual void press_map(double y) = 0;
   virtual void close() = 0;
   virtual void set_clipboard(std::string_view text) = 0;
 
-  virtual bool usable(const control_place& place) = 0;
-  virtual appearance look(const control_place& place) = 0;
+  virtual bool usable(const script_place& place) = 0;
+  virtual appearance look(const script_place& place) = 0;
   virtual map_view look_map() = 0;
   /// Name of the control with the focus, empty for none.
   virtual std::string focused() = 0;
@@ -96,6 +96,6 @@ class in_process_driver : public window_driver {
 };
 
 /// The control that a script means by "eje1" or "PB(3)"; throws when there is none.
-control_place place_of(std::string_view written);
+script_place place_of(std::string_view written);
 
 }  // namespace estructura::guiones

@@ -223,11 +223,11 @@ TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_
 }
 
 TEST_F(aspecto, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
-  auto& sleep = at<check_box>(id::estsleep);
+  auto& sleep = at<qt_check_box>(id::estsleep);
   const QImage shown = sleep.grab().toImage();
   sleep.display_only = false;
   EXPECT_NE(sleep.grab().toImage(), shown);
-  EXPECT_FALSE(at<check_box>(id::VISMP).display_only);
+  EXPECT_FALSE(at<qt_check_box>(id::VISMP).display_only);
 }
 
 TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {

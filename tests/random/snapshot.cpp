@@ -8,12 +8,12 @@ namespace estructura::random_events {
 namespace {
 
 using guiones::appearance;
-using guiones::control_place;
+using guiones::script_place;
 
 /// Every control, in the order of the inventory.
-const std::vector<control_place>& places() {
-  static const std::vector<control_place> all = [] {
-    std::vector<control_place> places;
+const std::vector<script_place>& places() {
+  static const std::vector<script_place> all = [] {
+    std::vector<script_place> places;
     for (int i = 0; i < id_count; ++i) {
       const declaration& row = declared(static_cast<id>(i));
       for (int member = 0; member < row.count; ++member) {
@@ -59,7 +59,7 @@ void compare_lines(comparison& c, const std::string& name, const appearance& wan
     c.sample_texts(name + ".row(" + std::to_string(row) + ")", wanted.rows[row], got.rows[row]);
 }
 
-void compare_control(comparison& c, const control_place& place, const appearance& wanted,
+void compare_control(comparison& c, const script_place& place, const appearance& wanted,
                      const appearance& got) {
   const std::string& name = place.name;
   c.sample_texts(name + ".tip", wanted.tip, got.tip);
@@ -121,7 +121,7 @@ snapshot take_snapshot(guiones::in_process_driver& driver, const guiones::script
   Estructura& window = driver.window();
   shown.ended = window.ended();
   if (!shown.ended) {
-    for (const control_place& place : places()) shown.controls.push_back(driver.look(place));
+    for (const script_place& place : places()) shown.controls.push_back(driver.look(place));
     shown.map = driver.look_map();
     shown.focus = driver.focused();
   }

@@ -31,7 +31,7 @@ class button_binding final : public binding {
     // As by its function key; and one pulse after the other.
     if constexpr (std::is_same_v<Button, push_button>)
       button_->repeats = record.which() == id::eje1 || record.which() == id::TOCKI;
-    if constexpr (std::is_same_v<Button, check_box>) button_->display_only = record.which() == id::estsleep;
+    if constexpr (std::is_same_v<Button, qt_check_box>) button_->display_only = record.which() == id::estsleep;
   }
   [[nodiscard]] QWidget* widget() const override { return button_; }
 
@@ -129,7 +129,7 @@ std::unique_ptr<binding> binding_of_kind(const control& record, action_sink& sin
                                          const panel_metrics& measures) {
   switch (record.is()) {
     case kind::button: return std::make_unique<button_binding<push_button>>(record, sink);
-    case kind::check: return std::make_unique<button_binding<check_box>>(record, sink);
+    case kind::check: return std::make_unique<button_binding<qt_check_box>>(record, sink);
     case kind::option: return std::make_unique<button_binding<option_button>>(record, sink);
     case kind::label: return std::make_unique<label_binding>(record, sink);
     case kind::combo: return std::make_unique<combo_binding>(record, sink);

@@ -62,7 +62,7 @@ void paint_focus_around(QPainter& painter, const QWidget& widget, const QRect& c
 
 }  // namespace
 
-void check_box::paintEvent(QPaintEvent*) {
+void qt_check_box::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);
   QStyleOptionButton option;
   initStyleOption(&option);

@@ -20,7 +20,7 @@ class controlled_toggle : public Button {
 /// Check boxes and option buttons with marks of our own: in dark palettes some styles draw boxes without an
 /// edge, and those that cannot be used like the others. What can be used is a sheet with a firm edge, what
 /// cannot has a dotted one.
-class check_box final : public controlled_toggle<QCheckBox> {
+class qt_check_box final : public controlled_toggle<QCheckBox> {
  public:
   bool display_only = false;  ///< a click leaves it as it is: its edge is dotted too
 
