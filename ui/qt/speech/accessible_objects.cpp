@@ -13,10 +13,13 @@
 #include "ui/accessible_names.h"
 #include "ui/inventory.h"
 #include "ui/qt/speech/accessible_events.h"
+#include "ui/qt/speech/accessible_source.h"
 #include "ui/qt/speech/accessible_text.h"
 #include "ui/qt/speech/live_region.h"
 #include "ui/qt/text/text_conversion.h"
+#include "ui/qt/widgets/form_area.h"
 #include "ui/qt/widgets/memory_map.h"
+#include "ui/qt/widgets/source_editor.h"
 
 namespace estructura {
 
@@ -170,9 +173,25 @@ class accessible_memory_map final : public QAccessibleWidget {
   }
 };
 
+/// Of children that overlap the one above is found, as with the mouse; Qt would find the one below.
+class accessible_form_area final : public QAccessibleWidget {
+ public:
+  explicit accessible_form_area(form_area* area) : QAccessibleWidget(area) {}
+
+  QAccessibleInterface* childAt(int x, int y) const override {
+    for (int i = childCount() - 1; i >= 0; --i) {
+      QAccessibleInterface* const found = child(i);
+      if (found != nullptr && !found->state().invisible && found->rect().contains(x, y)) return found;
+    }
+    return nullptr;
+  }
+};
+
 /// Asked once for each class that an object is of, its own first.
 QAccessibleInterface* accessible_factory(const QString&, QObject* object) {
   if (object == nullptr) return nullptr;
+  if (auto* const area = dynamic_cast<form_area*>(object)) return new accessible_form_area(area);
+  if (auto* const source = dynamic_cast<source_editor*>(object)) return make_accessible_source(source);
   if (auto* const map = dynamic_cast<memory_map*>(object)) return new accessible_memory_map(map);
   if (auto* const line = qobject_cast<QLineEdit*>(object)) return make_accessible_line(line);
   if (auto* const region = dynamic_cast<live_region*>(object))

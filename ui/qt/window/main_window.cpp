@@ -16,6 +16,7 @@
 #include "ui/qt/speech/accessible_events.h"
 #include "ui/qt/speech/accessible_objects.h"
 #include "ui/qt/speech/live_region.h"
+#include "ui/qt/widgets/form_area.h"
 #include "ui/qt/widgets/list_view.h"
 #include "ui/qt/widgets/memory_map.h"
 #include "ui/qt/window/shortcuts.h"
@@ -98,7 +99,7 @@ void main_window::build() {
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
   area_->setWidgetResizable(true);
-  auto* const panel = new QWidget;
+  auto* const panel = new form_area;
   area_->setWidget(panel);
   setCentralWidget(area_);
   const auto find = [this](id which, int index) { return widget_of(which, index); };
