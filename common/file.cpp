@@ -20,8 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view bom = "\xEF\xBB\xBF";
-
 // The file that a save writes beside the old one; mkostemp puts six characters of its own for the X.
 constexpr std::string_view beside_pattern = ".estructura-XXXXXX";
 constexpr std::string_view beside_prefix = beside_pattern.substr(0, beside_pattern.find('X'));
@@ -208,9 +206,9 @@ fs::path link_target(fs::path path) {
 }
 
 std::string decode(std::string_view bytes, text_encoding& encoding) {
-  if (bytes.starts_with(bom) && is_valid_utf8(bytes)) {
+  if (bytes.starts_with(byte_order_mark) && is_valid_utf8(bytes)) {
     encoding = text_encoding::utf8_with_bom;
-    return std::string(bytes.substr(bom.size()));
+    return std::string(bytes.substr(byte_order_mark.size()));
   }
   if (is_valid_utf8(bytes)) {
     encoding = text_encoding::utf8;

@@ -16,10 +16,6 @@ struct decoded {
   bool valid = false;
 };
 
-bool is_continuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
 // One code point at `at`. Overlong forms, surrogates and values past U+10FFFF are invalid and one byte long.
 decoded decode_at(std::string_view text, std::size_t at) {
   const auto lead = static_cast<unsigned char>(text[at]);
@@ -145,6 +141,10 @@ std::string_view trim(std::string_view text, std::string_view blanks) {
   const std::size_t first = text.find_first_not_of(blanks);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::size_t char_length(std::string_view utf8, std::size_t at) {
+  return decode_at(utf8, at).length;
 }
 
 std::size_t char_count(std::string_view utf8) {

@@ -34,6 +34,18 @@ std::string to_lower(std::string_view text);
 /// given.
 std::string_view trim(std::string_view text, std::string_view blanks = " ");
 
+/// What some editors put before the text of a UTF-8 file.
+inline constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+/// A byte of a character that is not its first one.
+constexpr bool is_continuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Bytes of the character at `at`: 1 to 4, of which those of 4 are two units in UTF-16. Each byte of an
+/// invalid sequence is a character of its own.
+std::size_t char_length(std::string_view utf8, std::size_t at);
+
 /// Number of characters (code points). Each byte of an invalid sequence counts one.
 std::size_t char_count(std::string_view utf8);
 

@@ -7,7 +7,6 @@ namespace estructura {
 namespace {
 
 constexpr std::string_view line_end = "\r\n";
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -43,7 +42,7 @@ bool salvaasm(const std::string& path, std::string_view text, text_encoding& enc
     encoding = text_encoding::utf8;
   }
   const bool marked = encoding == text_encoding::utf8_with_bom;
-  return save_file(find_file(path), marked ? std::string(utf8_mark) + lines : lines);
+  return save_file(find_file(path), marked ? std::string(byte_order_mark) + lines : lines);
 }
 
 }  // namespace estructura

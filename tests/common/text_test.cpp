@@ -144,6 +144,18 @@ TEST(trim, drops_blanks_and_nothing_else) {
   EXPECT_EQ(trim(" \t", " \t"), "");
 }
 
+TEST(texto, the_length_of_a_character_is_that_of_its_bytes) {
+  const std::string text = "a\u00F1\u20AC\U0001F600";
+  EXPECT_EQ(char_length(text, 0), 1U);
+  EXPECT_EQ(char_length(text, 1), 2U);
+  EXPECT_EQ(char_length(text, 3), 3U);
+  EXPECT_EQ(char_length(text, 6), 4U);
+  // A byte that begins no character, a character cut short, and one that is written longer than it need be.
+  EXPECT_EQ(char_length("\x80", 0), 1U);
+  EXPECT_EQ(char_length("\xE2\x82", 0), 1U);
+  EXPECT_EQ(char_length("\xC0\x80", 0), 1U);
+}
+
 TEST(characters, are_code_points_and_single_bytes_of_what_is_no_utf8) {
   struct row {
     std::string text;

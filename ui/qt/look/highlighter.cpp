@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "ui/qt/look/colours.h"
+#include "ui/qt/text/text_conversion.h"
 #include "ui/reading_tips.h"
 
 namespace estructura {
@@ -30,13 +31,7 @@ class utf8_line {
   }
   [[nodiscard]] int unit(std::size_t byte) const {
     if (ascii_) return static_cast<int>(byte);
-    int units = 0;
-    for (const char c : text().substr(0, byte)) {
-      const auto value = static_cast<unsigned char>(c);
-      // The first byte of a letter counts it; one of four bytes takes two units.
-      if ((value & 0xC0U) != 0x80U) units += value >= 0xF0U ? 2 : 1;
-    }
-    return units;
+    return unit_count(text().substr(0, byte));
   }
 
  private:

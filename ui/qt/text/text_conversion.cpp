@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "common/text.h"
+
 namespace estructura {
 
 namespace {
@@ -39,17 +41,8 @@ struct text_step {
 };
 
 text_step step_at(std::string_view text, std::size_t at) {
-  const auto lead = static_cast<unsigned char>(text[at]);
-  if (lead == '\r' && at + 1 < text.size() && text[at + 1] == '\n') return {2, 2, 1};
-  std::size_t bytes = 1;
-  if (lead >= 0xF0) {
-    bytes = 4;
-  } else if (lead >= 0xE0) {
-    bytes = 3;
-  } else if (lead >= 0xC0) {
-    bytes = 2;
-  }
-  if (at + bytes > text.size()) bytes = text.size() - at;
+  if (text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n') return {2, 2, 1};
+  const std::size_t bytes = char_length(text, at);
   // What lies beyond the first 65,536 code points takes a pair of UTF-16 units.
   return {bytes, 1, bytes == 4 ? 2 : 1};
 }
@@ -68,8 +61,7 @@ std::size_t byte_of_unit(std::string_view text, int unit) {
 /// Whether a text may be cut there: not within a character, nor within a line end.
 bool may_be_cut(std::string_view text, std::size_t at) {
   if (at == 0 || at >= text.size()) return true;
-  const bool within_character = (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
-  return !within_character && !(text[at - 1] == '\r' && text[at] == '\n');
+  return !is_continuation(text[at]) && !(text[at - 1] == '\r' && text[at] == '\n');
 }
 
 }  // namespace
