@@ -104,20 +104,7 @@ void main_window::build() {
   setCentralWidget(area_);
   const auto find = [this](id which, int index) { return widget_of(which, index); };
   names_ = std::make_unique<widget_names>(window_, find);
-  first_.fill(-1);
-  {
-    const copy_in_progress lock(*this);
-    for (const control& record : controls) {
-      int& first = first_[static_cast<std::size_t>(record.which())];
-      if (first < 0) first = static_cast<int>(bindings_.size());
-      bindings_.push_back(make_binding(record, *this, measures, panel));
-      by_widget_[bindings_.back()->widget()] = bindings_.back().get();
-      if (record.is() == kind::check || record.is() == kind::option)
-        bindings_.back()->widget()->setStyle(&marks_);
-      // The captions come before the layout, which is made of their sizes.
-      bindings_.back()->prepare(record);
-    }
-  }
+  make_bindings(measures, *panel);
   layout_ = std::make_unique<window_layout>(
       *panel, find, [this](id which, QWidget* companion) { binding_of(which, 0).accompany(companion); },
       measures);
@@ -128,10 +115,31 @@ void main_window::build() {
   program_ = static_cast<list_view*>(widget_of(id::MP));
   news_ = std::make_unique<change_marks>(controls, find);
   names_->attach();
+  set_tab_order();
+  // At the start no control has the focus; the panel takes it and shows nothing.
+  panel->setFocus();
+  refresh();
+}
 
-  // The Tab key walks the controls in the order of their table, the boxes of a port from the left, where bit
-  // 7 stands.
-  for (const control& record : controls)
+void main_window::make_bindings(const panel_metrics& measures, QWidget& panel) {
+  const copy_in_progress lock(*this);
+  first_.fill(-1);
+  for (const control& record : window_.look_all()) {
+    int& first = first_[static_cast<std::size_t>(record.which())];
+    if (first < 0) first = static_cast<int>(bindings_.size());
+    bindings_.push_back(make_binding(record, *this, measures, &panel));
+    binding& made = *bindings_.back();
+    by_widget_[made.widget()] = &made;
+    if (record.is() == kind::check || record.is() == kind::option) made.widget()->setStyle(&marks_);
+    // The captions come before the layout, which is made of their sizes.
+    made.prepare(record);
+  }
+}
+
+/// The Tab key walks the controls in the order of their table, the boxes of a port from the left, where bit 7
+/// stands.
+void main_window::set_tab_order() {
+  for (const control& record : window_.look_all())
     if (skipped_by_tab(record.which()))
       widget_of(record.which(), record.index())->setFocusPolicy(Qt::ClickFocus);
   QWidget* before = nullptr;
@@ -145,9 +153,6 @@ void main_window::build() {
       before = widget;
     }
   }
-  // At the start no control has the focus; the panel takes it and shows nothing.
-  panel->setFocus();
-  refresh();
 }
 
 QSize main_window::least() const {

@@ -64,6 +64,8 @@ class main_window final : public QMainWindow, public run_display, private action
  private:
   void perform(binding& from, const std::function<void(Estructura&)>& action) override;
   void build();
+  void make_bindings(const panel_metrics& measures, QWidget& panel);
+  void set_tab_order();
   void tear_down();
   void take_colours();
   void focus_moved(const QWidget* now);
