@@ -21,9 +21,8 @@ class widget_tree : public support::ventana_real<> {
   static std::string frame_that_is(const QObject* object) {
     if (object == nullptr) return {};
     const std::string name = object->objectName().toStdString();
-    int index = 0;
-    const id which = find_control(name, index);
-    return which != id::none && declared(which).is == kind::frame ? name : std::string();
+    const auto found = find_control(name);
+    return found && declared(found->which).is == kind::frame ? name : std::string();
   }
 
   /// The name of the frame that a control stands in; empty on the form itself.
