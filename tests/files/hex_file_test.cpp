@@ -47,7 +47,7 @@ void check(const std::vector<file_row>& rows) {
   const temporary_folder folder;
   for (const file_row& r : rows) {
     write_file(folder / "uno.hex", r.content);
-    chipstate chip = empty_chip(4);
+    chipstate chip = empty_chip(device_index("16C54"));
     chipstate wanted = chip;
     for (const auto& [address, word] : r.words) support::put(wanted, address, {word});
     const hex_reading met = carga(chip, folder / "uno.hex");
@@ -173,7 +173,7 @@ TEST(carga, of_a_file_too_long_to_read_whole_needs_an_end_in_what_is_read) {
 TEST(carga, fails_past_the_end_of_memory_with_the_words_before_kept) {
   const temporary_folder folder;
   write_file(folder / "uno.hex", two_words + "\n:040FFE00250C000AB4\n:02000000FF0FF0\n" + end_record);
-  chipstate chip = empty_chip(1);
+  chipstate chip = empty_chip(device_index("16C57"));
   chipstate wanted = chip;
   support::put(wanted, 0, {0xC25, 0xA00});
   support::put(wanted, 0x7FF, {0xC25});
@@ -208,7 +208,7 @@ TEST(carga, takes_text_in_any_encoding) {
 TEST(carga, leaves_memory_that_the_file_does_not_name) {
   const temporary_folder folder;
   write_file(folder / "uno.hex", last_word + "\n" + end_record);
-  chipstate chip = empty_chip(4);
+  chipstate chip = empty_chip(device_index("16C54"));
   support::put(chip, 0, {0x123, 0x456});
   support::put(chip, 0x1FF, {0x789});
   chip.breakpts[3] = 1;

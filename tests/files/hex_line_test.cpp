@@ -18,10 +18,10 @@ namespace {
 using support::differences;
 using support::empty_chip;
 
-constexpr int index_16c57 = 1;
-constexpr int index_16c56 = 2;
-constexpr int index_16c54 = 4;
-constexpr int index_12c508 = 6;
+constexpr int index_16c57 = device_index("16C57");
+constexpr int index_16c56 = device_index("16C56");
+constexpr int index_16c54 = device_index("16C54");
+constexpr int index_12c508 = device_index("12C508");
 
 using stored = std::vector<std::pair<int, int>>;  // address, word
 

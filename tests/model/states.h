@@ -2,7 +2,7 @@
 // ratios, last words, counters about to overflow) far more often than chance would have them.
 //
 //   random_source chance(seed);
-//   model_state start = random_state(chance, 6);     // a 12C508 in the midst of something
+//   model_state start = random_state(chance, default_device);     // a 16C57 in the midst of something
 #pragma once
 
 #include "tests/model/model.h"

@@ -68,7 +68,7 @@ TEST(disassemble, a_number_that_begins_with_a_letter_gets_a_zero) {
 }
 
 TEST(disassemble, words_above_the_devices_memory_are_left_out) {
-  chipstate chip = chip_of(4);
+  chipstate chip = chip_of(device_index("16C54"));
   chip.progmem[0x1FF] = 0x003;
   chip.progmem[0x200] = 0x003;
   EXPECT_EQ(disassemble(chip), "          ORG 1FF\r\n          SLEEP\r\n");
@@ -160,10 +160,10 @@ TEST(there_and_back, programs_of_another_assembler_through_hex_source_and_hex) {
     int device;
   };
   constexpr auto programs = std::to_array<program>({
-      {"parpadeo-16c54.hex", 4},
-      {"reloj-16c56.hex", 2},
-      {"tabla-16c57.hex", 1},
-      {"despertar-12c508.hex", 6},
+      {"parpadeo-16c54.hex", device_index("16C54")},
+      {"reloj-16c56.hex", device_index("16C56")},
+      {"tabla-16c57.hex", device_index("16C57")},
+      {"despertar-12c508.hex", device_index("12C508")},
   });
   int found = 0;
   for (const auto& entry : std::filesystem::directory_iterator(PROGRAMAS))

@@ -124,7 +124,7 @@ TEST(salvahxx, of_an_empty_memory_writes_the_end_record_alone) {
 }
 
 TEST(salvahxx, cuts_records_as_the_other_writer_does_and_leaves_memory_alone) {
-  chipstate chip = chip_of(4);
+  chipstate chip = chip_of(device_index("16C54"));
   for (int a = 0; a < 10; ++a) chip.progmem[a] = 0xC00;  // MOVLW 0 gives 3000
   chip.progmem[20] = 0x001;
   chip.progmem[0x1FF] = 0xBFF;

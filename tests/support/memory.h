@@ -1,6 +1,6 @@
 // Program memories for tests.
 //
-//   chipstate chip = empty_chip(4);      // a 16C54 with nothing programmed
+//   chipstate chip = empty_chip(device_index("16C54"));      // a 16C54 with nothing programmed
 //   put(chip, 0x1FF, {0xA00});
 //   fill_at_random(chip, 0x1FF, 60, random);
 #pragma once
