@@ -77,7 +77,7 @@ map_view toolkit_free_driver::look_map() {
 }
 
 std::string toolkit_free_driver::focused() {
-  const script_place place = window_.focused();
+  const estructura::control_place place = window_.focused();
   return place.which == id::none ? std::string{} : window_.look(place.which, place.index).name();
 }
 
