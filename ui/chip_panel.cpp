@@ -54,16 +54,15 @@ struct chip_panel::handlers {
   }
 
   static void PIC_Click(chip_panel& self, int) {
-    const combo_box& list = self.PIC;
-    int row = 0;
-    while (row < list.count() && list.rows()[static_cast<std::size_t>(row)] != list.text()) ++row;
     self.views_.registers.close_entry();
-    select_device(self.chip_, row);
-    const bool is16c5x = self.chip_.devmodel.is16c5x;
-    self.views_.clocks.show_device();
-    self.CMCLR.set_visible(!is16c5x);
+    // While their device is there, whose pins and oscillator they give back.
+    self.views_.clocks.leave_device();
     self.CMCLR.set_value(false);
-    self.MCLR.set_enabled(is16c5x);
+    select_device(self.chip_, device_index(self.PIC.text()));
+    const bool shares_pins = self.chip_.devmodel.shares_pins;
+    self.views_.clocks.show_device();
+    self.CMCLR.set_visible(shares_pins);
+    self.MCLR.set_enabled(!shares_pins);
     self.load();
   }
 

@@ -13,7 +13,7 @@ namespace estructura {
 
 namespace {
 
-/// The internal oscillator, and what stands for a frequency that no oscillator has.
+/// What stands for a frequency that no oscillator has.
 constexpr std::string_view default_khz = "4000";
 
 }  // namespace
@@ -24,8 +24,8 @@ struct clocks_panel::handlers {
   static void fext_Click(clocks_panel& self, int) {
     const bool pins_are_oscillator = self.fext.value();
     self.FREC.set_enabled(pins_are_oscillator);
-    // The internal oscillator runs at 4 MHz, whatever was typed for the external one.
-    if (!pins_are_oscillator) self.FREC.set_text(default_khz);
+    // The internal oscillator runs at its own, whatever was typed for the external one.
+    if (!pins_are_oscillator) self.FREC.set_text(std::to_string(self.chip_.devmodel.internal_khz));
     self.pins_.show_pin(4, !pins_are_oscillator);
     self.pins_.show_pin(5, !pins_are_oscillator);
   }
@@ -131,12 +131,16 @@ void clocks_panel::correct_pulse_frequency(const std::string& text) {
 
 // --- The configuration ---
 
-void clocks_panel::show_device() {
-  const bool is16c5x = chip_.devmodel.is16c5x;
-  fext.set_visible(!is16c5x);
+void clocks_panel::leave_device() {
   fext.set_value(false);
-  FREC.set_enabled(is16c5x);
-  if (!is16c5x) FREC.set_text(default_khz);
+}
+
+void clocks_panel::show_device() {
+  const device& model = chip_.devmodel;
+  fext.set_visible(model.shares_pins);
+  const bool has_oscillator = model.internal_khz != 0;
+  FREC.set_enabled(!has_oscillator);
+  if (has_oscillator) FREC.set_text(std::to_string(model.internal_khz));
 }
 
 void clocks_panel::lock() {
@@ -152,8 +156,8 @@ void clocks_panel::lock() {
 void clocks_panel::unlock() {
   fext.set_enabled(true);
   WATCHDOG.set_enabled(true);
-  // On a 12C50x the frequency stays closed, even with the external clock, until its box is clicked again.
-  FREC.set_enabled(chip_.devmodel.is16c5x);
+  // That of an oscillator inside stays closed, even with the external clock, until its box is clicked again.
+  FREC.set_enabled(chip_.devmodel.internal_khz == 0);
 }
 
 }  // namespace estructura

@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "core/devices.h"
+
 namespace estructura {
 
 namespace {
@@ -103,7 +105,7 @@ constexpr std::array<declaration, id_count> inventory = {{
     {id::contawdt, "contawdt", 1, kind::label, id::Frame3, {}, "Ciclos hasta desbordamiento del Watchdog"},
     {id::WATCHDOG, "WATCHDOG", 1, kind::check, id::Frame3, {"WDT / 128"}, "Activar/desactivar Watchdog"},
     {id::estsleep, "estsleep", 1, kind::check, id::Frame3, {"SLEEP"}, "PIC en modo SLEEP"},
-    {id::PIC, "PIC", 1, kind::combo, id::Frame3, {"16C57"}, "Selecciuona el PIC"},
+    {id::PIC, "PIC", 1, kind::combo, id::Frame3, {catalogue[default_device].name}, "Selecciuona el PIC"},
     {id::Label14, "Label14", 1, kind::label, id::Frame3, {"Frecuencia"}, ""},
     {id::FREC, "FREC", 1, kind::text, id::Frame3, {"4000"}, "Frecuencia del sistema"},
     {id::Label19, "Label19", 1, kind::label, id::Frame3, {"KHz"}, ""},

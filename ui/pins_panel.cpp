@@ -1,6 +1,7 @@
 #include "ui/pins_panel.h"
 
 #include "core/data_memory.h"
+#include "ui/device_texts.h"
 
 namespace estructura {
 
@@ -25,9 +26,9 @@ bool pins_panel::is_input(int port, int bit) const {
   return getbit(port == 0 ? cpu.trisa : port == 1 ? cpu.trisb : cpu.trisc, bit) == 1;
 }
 
-// On the 12C50x the pin of GP2 is the T0CKI input while the timer counts edges.
+// Where T0CKI has no pin of its own it is that of GP2 while the timer counts edges.
 bool pins_panel::gp2_is_t0cki() const {
-  return getbit(chip_.cpu.option, option_t0cs) != 0 && !chip_.devmodel.is16c5x;
+  return getbit(chip_.cpu.option, option_t0cs) != 0 && chip_.devmodel.shares_pins;
 }
 
 std::optional<bool> pins_panel::open_after_refresh(control_place place) const {
@@ -41,7 +42,7 @@ std::optional<bool> pins_panel::open_after_refresh(control_place place) const {
 
 void pins_panel::show() {
   PB[2].set_visible(!gp2_is_t0cki());
-  if (chip_.devmodel.is16c5x) show_port(PA, 0);
+  if (chip_.devmodel.has_port_a()) show_port(PA, 0);
   show_port(PB, 1);
   if (chip_.devmodel.hasportc) show_port(PC, 2);
 }
@@ -56,14 +57,12 @@ void pins_panel::show_port(const group<check_box>& boxes, int port) {
 
 void pins_panel::show_device() {
   const device& model = chip_.devmodel;
-  const bool is16c5x = model.is16c5x;
   for (int bit = 0; bit < PC.count(); ++bit) PC[bit].set_visible(model.hasportc);
   lp[2].set_visible(model.hasportc);
-  PB[6].set_visible(is16c5x);
-  PB[7].set_visible(is16c5x);
-  lp[0].set_visible(is16c5x);
-  for (int bit = 0; bit < PA.count(); ++bit) PA[bit].set_visible(is16c5x);
-  lp[1].set_text(is16c5x ? "PB" : "GPIO");
+  for (const int bit : {6, 7}) PB[bit].set_visible(getbit(model.mask6, bit) != 0);
+  lp[0].set_visible(model.has_port_a());
+  for (int bit = 0; bit < PA.count(); ++bit) PA[bit].set_visible(getbit(model.port_a_pins, bit) != 0);
+  lp[1].set_text(texts_of(model).register6);
 }
 
 }  // namespace estructura

@@ -10,6 +10,7 @@
 #include "common/number.h"
 #include "common/text.h"
 #include "files/disassembler.h"
+#include "ui/device_texts.h"
 
 namespace estructura {
 
@@ -101,8 +102,7 @@ void program_panel::listaprog() {
 
 void program_panel::pintamapa() {
   const int progmask = chip_.devmodel.progmask;
-  // A row less below the last address of the smallest devices.
-  map_.scale = progmask == 511 ? progmask + 2 : progmask + 3;
+  map_.scale = map_scale(chip_.devmodel);
   map_.rows.fill(map_colour::none);
   for (int a = 0; a <= progmask; ++a) {
     if (chip_.progmem[a] != unprogrammed) map_.rows[a] = map_colour::yellow;

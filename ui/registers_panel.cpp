@@ -1,6 +1,5 @@
 #include "ui/registers_panel.h"
 
-#include <array>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "common/number.h"
 #include "common/text.h"
 #include "core/data_memory.h"
+#include "ui/device_texts.h"
 #include "ui/format.h"
 
 namespace estructura {
@@ -29,16 +29,8 @@ std::string masked_binary(std::string_view dashes, int mask, int value) {
 }
 
 std::string common_register_name(const device& model, int address) {
-  switch (address) {
-    case reg_tmr0: return "TMR0";
-    case reg_pcl: return "PCL";
-    case reg_status: return "STATUS";
-    case reg_fsr: return "FSR";
-    case reg_5: return model.is16c5x ? "PA" : "OSCCAL";
-    case reg_6: return model.is16c5x ? "PB" : "GPIO";
-    case reg_7: return "PC";
-    default: return hexstr(address, 2);
-  }
+  const std::string_view name = address == reg_indf ? std::string_view() : register_name(model, address);
+  return name.empty() ? hexstr(address, 2) : std::string(name);
 }
 
 }  // namespace
@@ -47,7 +39,7 @@ struct registers_panel::handlers {
   static void MDP_Click(registers_panel& self, int) {
     const int k = self.MDP.row();
     const device& model = self.chip_.devmodel;
-    const int digits = k == reg_5 && model.mask5 == 15 ? 1 : 2;
+    const int digits = k == reg_5 ? hex_digits(model.mask5) : 2;
     self.edit(k, common_register_name(model, k), hexstr(self.chip_.regs[k], digits));
   }
 
@@ -59,14 +51,9 @@ struct registers_panel::handlers {
   }
 
   static void RE_Click(registers_panel& self, int) {
-    const int k = self.RE.row();
-    const bool is16c5x = self.chip_.devmodel.is16c5x;
-    // The list of the 12C50x has no line for TRISA, so that its line 3 is already TRIS.
-    const int place = !is16c5x && k == 3 ? 4 : k;
-    static constexpr std::array<std::string_view, 6> names = {"PC", "W", "OPTION", "TRISA", "TRISB", "TRISC"};
-    const std::string caption(place == 4 && !is16c5x ? "TRIS" : names[static_cast<std::size_t>(place)]);
-    const int digits = place == 0 ? 3 : place == 3 ? 1 : 2;
-    self.edit(first_core_code + place, caption, hexstr(self.chip_.cpu[place], digits));
+    const core_row row = core_rows(self.chip_.devmodel)[static_cast<std::size_t>(self.RE.row())];
+    self.edit(first_core_code + row.place, std::string(row.name),
+              hexstr(self.chip_.cpu[row.place], row.digits));
   }
 
   // Without a selection a later click on the same line counts again.
@@ -123,12 +110,12 @@ void registers_panel::show_device() {
   }
 
   const device& model = chip_.devmodel;
-  BPA.set_visible(model.is16c5x);
-  TRISA.set_visible(model.is16c5x);
+  BPA.set_visible(model.has_port_a());
+  TRISA.set_visible(model.has_port_a());
   BPC.set_visible(model.hasportc);
   TRISC.set_visible(model.hasportc);
 
-  const int banks = model.datamask >= 127 ? 4 : model.datamask >= 63 ? 2 : 1;
+  const int banks = bank_count(model);
   PAGFSR.set_visible(banks > 1);
   for (int b = 1; b < MD.count(); ++b) {
     MD[b].set_visible(b < banks);
@@ -138,22 +125,15 @@ void registers_panel::show_device() {
 
 void registers_panel::show_names() {
   const device& model = chip_.devmodel;
-  const bool is16c5x = model.is16c5x;
-  lstatus.set_text(is16c5x ? "210odZDC" : "G-0odZDC");
-  lstatus.set_tip(is16c5x ? "PS2-PS1-PS0-/TO-/PD-Z-D-C" : "GPWUF-*-PS0-/TO-/PD-Z-D-C");
-  loption.set_text(is16c5x ? "--CSA210" : "WPCSA210");
-  loption.set_tip(is16c5x ? "*-*-TOCS-TOSE-PSA-PS2-PS1-PS0" : "/GPWU-/GPPU-TOCS-TOSE-PSA-PS2-PS1-PS0");
+  const family_texts& texts = texts_of(model);
+  lstatus.set_text(texts.status_header);
+  lstatus.set_tip(texts.status_tip);
+  loption.set_text(texts.option_header);
+  loption.set_tip(texts.option_tip);
+  nombres.set_rows(register_names(model));
 
-  std::vector<std::string> names = {"INDF", "TMR0", "PCL", "STATUS", "FSR"};
-  names.emplace_back(is16c5x ? "PA" : "OSCCAL");
-  names.emplace_back(is16c5x ? "PB" : "GPIO");
-  if (model.hasportc) names.emplace_back("PC");
-  nombres.set_rows(std::move(names));
-
-  std::vector<std::string> core_names = {"PC", "W", "OPTION"};
-  if (is16c5x) core_names.emplace_back("TRISA");
-  core_names.emplace_back(is16c5x ? "TRISB" : "TRIS");
-  if (model.hasportc) core_names.emplace_back("TRISC");
+  std::vector<std::string> core_names;
+  for (const core_row& row : core_rows(model)) core_names.emplace_back(row.name);
   nomre.set_rows(std::move(core_names));
 }
 
@@ -171,7 +151,7 @@ void registers_panel::show_memory() {
   common.reserve(16);
   for (int i = 0; i < 16; ++i) common.push_back(hexstr(regs[i], 2));
   common[reg_indf] = "**";
-  if (chip_.devmodel.mask5 == 15) common[reg_5] = "-" + hexstr(regs[reg_5], 1);
+  if (hex_digits(chip_.devmodel.mask5) == 1) common[reg_5] = "-" + hexstr(regs[reg_5], 1);
   MDP.set_rows(std::move(common));
 
   const int bank = fsrbank(chip_);
@@ -203,13 +183,11 @@ void registers_panel::show_binary_views() {
 }
 
 void registers_panel::show_core_registers() {
-  const device& model = chip_.devmodel;
-  const core_registers& cpu = chip_.cpu;
-  // Blanks and dash keep two digits right-aligned under the three of PC.
-  std::vector<std::string> lines = {hexstr(cpu.pc, 3), " " + hexstr(cpu.w, 2), " " + hexstr(cpu.option, 2)};
-  if (model.is16c5x) lines.push_back(" -" + hexstr(cpu.trisa, 1));
-  lines.push_back(" " + hexstr(cpu.trisb, 2));
-  if (model.hasportc) lines.push_back(" " + hexstr(cpu.trisc, 2));
+  std::vector<std::string> lines;
+  // Blank and dash keep one digit and two right-aligned under the three of PC.
+  for (const core_row& row : core_rows(chip_.devmodel))
+    lines.push_back(std::string(" -", static_cast<std::size_t>(3 - row.digits)) +
+                    hexstr(chip_.cpu[row.place], row.digits));
   RE.set_rows(std::move(lines));
   PIL.set_rows({hexstr(chip_.stack[0], 3), hexstr(chip_.stack[1], 3)});
 }
@@ -237,7 +215,8 @@ bool registers_panel::takes(const std::string& text) const {
     case first_core_code + 2: return *value <= model.optmask;
     case first_core_code + 3: return *value <= model.mask5;
     case first_core_code + 4: return *value <= model.mask6;
-    case reg_5: return *value <= model.mask5 && (model.is16c5x || (*value & model.mask5 & 255) == *value);
+    // What OSCCAL lacks are its low bits.
+    case reg_5: return (*value & model.mask5) == *value;
     case reg_fsr: return *value <= model.datamask;
     default: return *value <= byte_limit;
   }
