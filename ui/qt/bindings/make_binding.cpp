@@ -31,7 +31,8 @@ class button_binding final : public binding {
     // As by its function key; and one pulse after the other.
     if constexpr (std::is_same_v<Button, push_button>)
       button_->repeats = record.which() == id::eje1 || record.which() == id::TOCKI;
-    if constexpr (std::is_same_v<Button, qt_check_box>) button_->display_only = record.which() == id::estsleep;
+    if constexpr (std::is_same_v<Button, qt_check_box>)
+      button_->display_only = record.which() == id::estsleep;
   }
   [[nodiscard]] QWidget* widget() const override { return button_; }
 

@@ -7,8 +7,8 @@
 // The text of a label or of the combo is offered beside its name, as that of an entry is. The actions of a
 // label (QWidget::actions) are offered too; they need neither the mouse nor the focus.
 //
-// Boxes of one line (accessible_text.h), the source (accessible_source.h), the place where the window speaks by itself (live_region.h) and what
-// readers are not told (accessible_events.h) are put in with it.
+// Boxes of one line (accessible_text.h), the source (accessible_source.h), the place where the window speaks
+// by itself (live_region.h) and what readers are not told (accessible_events.h) are put in with it.
 #pragma once
 
 namespace estructura {
