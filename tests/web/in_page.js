@@ -27,6 +27,8 @@ window.look = (() => {
     return at;
   };
 
+  const rowsIn = (element) => [...element.querySelectorAll('[role=option]')];
+
   function textOf(name) {
     const element = field(name);
     if (element.matches('textarea, input[type=text]')) return recorded(element.value);
@@ -40,12 +42,12 @@ window.look = (() => {
   function rowsOf(element) {
     if (element.matches('select')) return [...element.options].map((option) => option.text);
     if (!element.matches('[role=listbox]')) return [];
-    return [...element.children].map((row) => [...row.querySelectorAll(':scope > span')].map((cell) => cell.textContent).join('\t'));
+    return rowsIn(element).map((row) => [...row.querySelectorAll(':scope > span')].map((cell) => cell.textContent).join('\t'));
   }
 
   function currentRow(element) {
     const current = element.getAttribute('aria-activedescendant');
-    return current ? [...element.children].findIndex((row) => row.id === current) : -1;
+    return current ? rowsIn(element).findIndex((row) => row.id === current) : -1;
   }
 
   function selectionOf(element) {
@@ -77,8 +79,8 @@ window.look = (() => {
     read(name) {
       this.update();
       const [whole, element] = [root(name), field(name)];
-      const selected = [...element.querySelectorAll('[role=option][aria-selected=true]')]
-        .map((row) => [...element.children].indexOf(row));
+      const rows = element.matches('[role=listbox]') ? rowsIn(element) : [];
+      const selected = rows.flatMap((row, at) => (row.getAttribute('aria-selected') === 'true' ? [at] : []));
       return [textOf(name), recorded(whole.title), !element.disabled, !whole.classList.contains('gone'),
         element.checked === true, currentRow(element), selected.join(' '), element.classList.contains('face'),
         ...selectionOf(element), ...rowsOf(element)].map(String);
@@ -89,7 +91,7 @@ window.look = (() => {
       return !element.disabled && getComputedStyle(element).visibility === 'visible';
     },
     place(name) { this.update(); return middle(field(name)); },
-    placeOfRow(name, row) { this.update(); return middle(root(name).children[row]); },
+    placeOfRow(name, row) { this.update(); return middle(rowsIn(root(name))[row]); },
     /** A point at a character of a text in letters of one width. */
     placeOfCharacter(name, char) {
       this.update();

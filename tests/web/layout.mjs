@@ -75,13 +75,13 @@ function problems({ touch, whole }) {
     scrollTo(0, 0);
   }
   if (touch) {
-    const pressed = [...document.querySelectorAll('button, .mark, select, .entry, [role=listbox]:not([tabindex="-1"]) > :first-child, canvas')]
+    const pressed = [...document.querySelectorAll('button, .mark, select, .entry, [role=listbox]:not([tabindex="-1"]) [role=option]:first-child, canvas')]
       .filter((element) => seen(element) && (!dialog || dialog.contains(element)));
     for (const element of pressed) {
       const { width, height } = element.getBoundingClientRect();
       const thin = element.matches('canvas') ? width < least - 12 : width < least - 0.5;
       if (thin || height < least - 0.5)
-        found.push(`${nameOf(element.matches('[role=option]') ? element.parentElement : element)} is too small for a finger: ${width} x ${height}`);
+        found.push(`${nameOf(element.closest('[role=listbox]') ?? element)} is too small for a finger: ${width} x ${height}`);
     }
   }
   return found;

@@ -76,8 +76,8 @@ const tests = {
     await page.keyboard.type('1F');
     await page.keyboard.press('Enter');
     await still(page);
-    assert.equal(await page.$eval(`${control('RE')} > :nth-child(2) span`, (value) => value.textContent), ' 1F');
-    assert.ok(await page.$(`${control('RE')} > .news:nth-child(2)`), 'what was entered is marked as changed');
+    assert.equal(await page.$eval(`${control('RE')} [role=option]:nth-child(2) span`, (value) => value.textContent), ' 1F');
+    assert.ok(await page.$(`${control('RE')} .news:nth-child(2)`), 'what was entered is marked as changed');
   },
 
   async what_a_step_changed_is_told_and_lines_say_what_they_are(page) {
@@ -86,7 +86,7 @@ const tests = {
     await step(page, 1);
     const told = await page.$eval('#news', (news) => news.textContent);
     assert.match(told, /^PC 00B, sigue MOVLW 00\.$/);
-    assert.equal(await page.$eval(`${control('MD(1)')} > :nth-child(3) .unseen`, (row) => row.textContent),
+    assert.equal(await page.$eval(`${control('MD(1)')} [role=option]:nth-child(3)`, (row) => row.ariaLabel),
       'dirección 12, banco 1, valor 00');
   },
 
@@ -159,7 +159,7 @@ const tests = {
     await (await chooser).accept([path]);
     await page.waitForFunction(() => document.querySelector('[data-name=FILHEX]').textContent === 'uno.hex');
     await still(page);
-    assert.equal(await page.$eval(`${control('MP')} > :nth-child(512) .unseen`, (row) => row.textContent),
+    assert.equal(await page.$eval(`${control('MP')} .block:nth-child(8) > :nth-child(64) .spoken`, (row) => row.textContent),
       'dirección 1FF, código A00, GOTO 000');
   },
 

@@ -86,7 +86,7 @@ export const states = {
   },
   editing: async (page) => {
     await pickDevice(page, '16C54');
-    await press(page, `${control('RE')} > :nth-child(2)`);
+    await press(page, `${control('RE')} [role=option]:nth-child(2)`);
     await page.keyboard.type('5');
   },
   running: async (page) => {

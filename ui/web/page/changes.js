@@ -59,11 +59,12 @@ function mark(view, places) {
     }
     return;
   }
+  const { content } = control.view;
   if (places.length === 0) {
-    if (control.root.childElementCount > 0) control.root.textContent = control.record.text;
+    if (content.childElementCount > 0) content.replaceChildren(control.record.text);
     return;
   }
-  control.root.replaceChildren(...[...control.record.text].map((letter, at) => {
+  content.replaceChildren(...[...control.record.text].map((letter, at) => {
     if (!places.includes(at)) return letter;
     const changed = document.createElement('b');
     changed.className = 'news';

@@ -32,6 +32,7 @@ class Button {
 /** A check box or option: it leaves its value to the record, and a click only tells. */
 class Mark {
   #caption = document.createElement('span');
+  #text = null;
 
   constructor(control, door) {
     const label = document.createElement('label');
@@ -51,24 +52,38 @@ class Mark {
     this.field = field;
   }
   show(record) {
+    this.field.checked = record.value;
+    if (this.#text === record.text) return;
+    this.#text = record.text;
     putCaption(this.#caption, record.text);
     this.#caption.hidden = record.text === '';
-    this.field.checked = record.value;
   }
 }
 
 class Label {
+  #chars = 0;
+
   constructor(control, door) {
     // A value is read with its name, and is not told by itself whenever it changes.
     const label = document.createElement(control.isTitle ? 'span' : 'output');
     if (!control.isTitle) label.setAttribute('aria-live', 'off');
     label.className = 'label';
+    this.content = document.createElement('span');
+    this.content.append('');
+    label.append(this.content);
     if (control.name === 'ciclos') label.addEventListener('dblclick', () => door.act('dblclick', control.which, 0));
     this.root = label;
     this.field = label;
   }
-  show(record) {
-    if (this.root.textContent !== record.text) this.root.textContent = record.text;
+  show({ text }) {
+    const { content, root } = this;
+    if (content.textContent === text) return;
+    // In place: another piece of text would be laid out anew, with all around it.
+    if (content.childNodes.length === 1 && content.firstChild.nodeType === Node.TEXT_NODE) content.firstChild.data = text;
+    else content.replaceChildren(text);
+    if (this.#chars === text.length) return;
+    this.#chars = text.length;
+    root.style.setProperty('--chars', text.length);
   }
 }
 

@@ -48,6 +48,10 @@ export class Editor extends TextBox {
     const sheet = document.createElement('div');
     sheet.className = name;
     sheet.setAttribute('aria-hidden', 'true');
+    // Moved as a whole with the text: a line moved by itself would be a layer of its own in each frame.
+    const lines = document.createElement('p');
+    lines.className = 'lines';
+    sheet.append(lines);
     return sheet;
   }
 
@@ -142,8 +146,8 @@ export class Editor extends TextBox {
       numbers.push(this.#number(at + 1, current));
       lines.push(this.#line(at));
     }
-    this.#numbers.replaceChildren(...numbers);
-    this.#drawn.replaceChildren(...lines);
+    this.#numbers.firstChild.replaceChildren(...numbers);
+    this.#drawn.firstChild.replaceChildren(...lines);
     const digits = Math.max(3, String(this.#lines.length).length);
     this.root.style.setProperty('--digits', digits);
     for (const sheet of [this.#numbers, this.#drawn]) sheet.style.setProperty('--down', down);

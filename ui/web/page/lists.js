@@ -7,6 +7,9 @@
 // In a list of one selection the arrow keys only walk, and Space or Enter is the click, since a click may take the
 // focus away at once. In the program list they select, with Shift several; Enter is the double-click there.
 
+/** Rows that are laid out together, with nothing around them; and not at all while none of them is in sight. */
+const block_rows = 64;
+
 const row_keys = { ArrowUp: -1, ArrowDown: 1, PageUp: -10, PageDown: 10, Home: -Infinity, End: Infinity };
 
 export class List {
@@ -15,6 +18,8 @@ export class List {
   #several;
   #rows = [];
   #texts = [];
+  #next = null;
+  #shownCursor = null;
   #current = -1;
   #selected = new Set();
   #cursor = -1;
@@ -22,6 +27,8 @@ export class List {
   #top = 0;
   #height = 0;
   #rowHeight = 0;
+  /** Not quite that of its rows, which are no whole pixels high. */
+  #blockHeight = 0;
   /** The line that is to be brought into sight once the list has a size. */
   #unseen = -1;
 
@@ -62,49 +69,49 @@ export class List {
 
   /** The line of the instruction that is executed next. */
   showNext(row) {
-    const [before] = this.root.getElementsByClassName('next');
-    if (before === this.#rows[row]) return;
-    before?.classList.remove('next');
-    this.#rows[row]?.classList.add('next');
+    const next = this.#rows[row] ?? null;
+    if (this.#next === next) return;
+    this.#next?.classList.remove('next');
+    next?.classList.add('next');
+    this.#next = next;
   }
 
   get texts() { return this.#texts; }
   rowElement(row) { return this.#rows[row]; }
 
   #putRows(texts) {
-    if (texts.length !== this.#rows.length) {
-      this.#rows = texts.map((_, at) => this.#newRow(at));
-      this.#texts = [];
-      this.#selected = new Set();
-      this.#cursor = -1;
-      this.root.replaceChildren(...this.#rows);
-      this.#rowHeight = 0;
-    }
+    if (texts.length !== this.#rows.length) this.#newRows(texts);
     texts.forEach((text, at) => {
       if (this.#texts[at] === text) return;
-      const row = this.#rows[at];
-      row.replaceChildren(...text.split('\t').map((part) => {
-        const cell = document.createElement('span');
-        cell.textContent = part;
-        return cell;
-      }));
-      row.classList.toggle('stop', text.startsWith('*'));
+      putCells(this.#rows[at], text.split('\t'));
+      if (this.#several) this.#rows[at].classList.toggle('stop', text.startsWith('*'));
     });
     this.#texts = texts;
     if (this.#several && this.#rowHeight === 0) this.#measure();
+  }
+
+  #newRows(texts) {
+    this.#rows = texts.map((_, at) => this.#newRow(at));
+    this.#texts = [];
+    this.#selected = new Set();
+    this.#cursor = -1;
+    this.#next = null;
+    this.#shownCursor = null;
+    this.#rowHeight = 0;
+    // The stylesheet makes its size of these, so that a changed line moves nothing else.
+    this.root.style.setProperty('--chars', Math.max(0, ...texts.map((text) => text.length)));
+    this.root.replaceChildren(...blocksOf(this.#rows));
   }
 
   /** What is read aloud of each line, in place of what is shown, where it is more than that. */
   #say(texts) {
     texts.forEach((text, at) => {
       const row = this.#rows[at];
-      if (!row || text === '' || row.querySelector('.unseen')?.textContent === text) return;
-      row.querySelector('.unseen')?.remove();
-      for (const cell of row.children) cell.setAttribute('aria-hidden', 'true');
-      const spoken = document.createElement('i');
-      spoken.className = 'unseen';
-      spoken.textContent = text;
-      row.append(spoken);
+      if (!row || text === '') return;
+      // A name must hold what is shown as it stands, for those who say it to the machine. A line of the program does
+      // not, and has the text itself, out of sight.
+      if (this.#several) putSpoken(row, text);
+      else if (row.getAttribute('aria-label') !== text) row.setAttribute('aria-label', text);
     });
   }
 
@@ -121,37 +128,39 @@ export class List {
   }
 
   #showCursor() {
-    const row = this.#rows[this.#cursor];
-    const [before] = this.root.getElementsByClassName('cursor');
-    if (before !== row) {
-      before?.classList.remove('cursor');
-      row?.classList.add('cursor');
-    }
+    const row = this.#rows[this.#cursor] ?? null;
+    if (this.#shownCursor === row) return;
+    this.#shownCursor?.classList.remove('cursor');
+    row?.classList.add('cursor');
+    this.#shownCursor = row;
     if (row) this.root.setAttribute('aria-activedescendant', row.id);
     else this.root.removeAttribute('aria-activedescendant');
   }
 
   #measure() {
     const bottom = this.#top + this.#height;
-    const wasSeen = this.#several && this.#current >= 0 && (this.#current + 1) * this.#rowHeight <= bottom;
+    const wasSeen = this.#several && this.#current >= 0 && this.#bottomOf(this.#current) <= bottom;
     this.#height = this.root.clientHeight;
-    // Rows are not whole pixels high, and there are two thousand of them.
     this.#rowHeight = this.#rows[0]?.getBoundingClientRect().height ?? 0;
+    this.#blockHeight = this.#rows[0]?.parentElement.getBoundingClientRect().height ?? 0;
     if (this.#unseen >= 0) this.#bringIntoSight(this.#unseen, false);
     // A list that has become lower keeps the chosen line in sight.
-    else if (wasSeen && this.#current * this.#rowHeight >= this.#top) this.#bringIntoSight(this.#current, true);
+    else if (wasSeen && this.#topOf(this.#current) >= this.#top) this.#bringIntoSight(this.#current, true);
   }
+
+  #topOf(row) { return Math.floor(row / block_rows) * this.#blockHeight + row % block_rows * this.#rowHeight; }
+  #bottomOf(row) { return this.#topOf(row) + this.#rowHeight; }
 
   /** A line that the program chooses out of sight comes to the middle, with what stands around it. */
   #bringIntoSight(at, nearest) {
     const [row, height] = [this.#rowHeight, this.#height];
     this.#unseen = row === 0 || height === 0 ? at : -1;
     if (this.#unseen >= 0) return;
-    const from = at * row;
-    if (from >= this.#top && from + row <= this.#top + height) return;
-    const isNear = from + row > this.#top - row && from < this.#top + height + row;
-    const edge = from < this.#top ? from : from + row - height;
-    this.#top = Math.min(Math.max(0, nearest && isNear ? edge : from - height / 2), this.#rows.length * row - height);
+    const [from, to] = [this.#topOf(at), this.#bottomOf(at)];
+    if (from >= this.#top && to <= this.#top + height) return;
+    const isNear = to > this.#top - row && from < this.#top + height + row;
+    const edge = from < this.#top ? from : to - height;
+    this.#top = Math.min(Math.max(0, nearest && isNear ? edge : from - height / 2), this.#topOf(this.#rows.length) - height);
     this.root.scrollTop = this.#top;
   }
 
@@ -221,4 +230,44 @@ export class List {
     else
       this.#choose(this.#cursor, [this.#cursor]);
   }
+}
+
+function blocksOf(rows) {
+  const blocks = [];
+  for (let from = 0; from < rows.length; from += block_rows) {
+    const block = document.createElement('div');
+    block.className = 'block';
+    block.setAttribute('role', 'presentation');
+    block.append(...rows.slice(from, from + block_rows));
+    block.style.setProperty('--rows', block.childElementCount);
+    blocks.push(block);
+  }
+  return blocks;
+}
+
+/** Texts are changed in place: another element would be laid out anew, with all around it. */
+function putCells(row, parts) {
+  const cells = row.getElementsByTagName('span');
+  if (cells.length !== parts.length)
+    row.replaceChildren(...parts.map(() => {
+      const cell = document.createElement('span');
+      cell.append('');
+      return cell;
+    }));
+  parts.forEach((part, at) => {
+    const text = cells[at].firstChild;
+    if (text.data !== part) text.data = part;
+  });
+}
+
+function putSpoken(row, text) {
+  if (row.lastChild.className === 'spoken') {
+    row.lastChild.textContent = text;
+    return;
+  }
+  for (const cell of row.children) cell.ariaHidden = 'true';
+  const spoken = document.createElement('i');
+  spoken.className = 'spoken';
+  spoken.textContent = text;
+  row.append(spoken);
 }

@@ -15,6 +15,8 @@ export class ProgramMap {
   marker = -1;
   /** Kept: asked for in each frame it would have the page laid out anew. */
   #size = [0, 0];
+  /** The picture without the marker, which moves in each frame of a run; null: to be painted anew. */
+  #sheet = null;
 
   constructor(control, door) {
     const canvas = document.createElement('canvas');
@@ -27,6 +29,7 @@ export class ProgramMap {
     });
     new ResizeObserver(() => {
       this.#size = [canvas.clientWidth, canvas.clientHeight];
+      this.#sheet = null;
       this.#paint();
     }).observe(canvas);
     this.root = canvas;
@@ -40,6 +43,7 @@ export class ProgramMap {
     this.scale = scale ?? this.scale;
     this.words = words ?? this.words;
     this.marker = marker;
+    if (words !== undefined) this.#sheet = null;
     this.#paint();
   }
 
@@ -49,11 +53,19 @@ export class ProgramMap {
     const [width, height] = this.#size.map((side) => Math.round(side * pixel));
     if (width === 0 || height === 0 || this.scale === 0) return;
     if (canvas.width !== width || canvas.height !== height) Object.assign(canvas, { width, height });
+    this.#sheet ??= this.#newSheet(width, height, pixel);
     const paper = canvas.getContext('2d');
+    paper.drawImage(this.#sheet, 0, 0);
+    if (this.marker >= 0) this.#paintMarker(paper, width, height, pixel);
+  }
+
+  #newSheet(width, height, pixel) {
+    const sheet = Object.assign(document.createElement('canvas'), { width, height });
+    const paper = sheet.getContext('2d');
     paper.fillStyle = ground;
     paper.fillRect(0, 0, width, height);
     this.#paintWords(paper, width / 2, height, pixel);
-    if (this.marker >= 0) this.#paintMarker(paper, width, height, pixel);
+    return sheet;
   }
 
   #paintWords(paper, half, height, pixel) {
