@@ -12,7 +12,7 @@ namespace estructura {
 namespace {
 
 /// How long the run keeps the thread: a click waits for at most this and the frame being painted.
-constexpr double turn_ms = 6;
+constexpr double turn_ms = 5;
 /// Steps between two looks at the clock: some 40 microseconds.
 constexpr int steps_between_looks = 4096;
 
