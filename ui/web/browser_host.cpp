@@ -13,8 +13,8 @@ namespace {
 
 /// How long the run keeps the thread: a click waits for at most this and the frame being painted.
 constexpr double turn_ms = 5;
-/// Steps between two looks at the clock: some 40 microseconds.
-constexpr int steps_between_looks = 4096;
+/// Steps between two looks at the clock: some 80 microseconds.
+constexpr int steps_between_looks = 32768;
 
 /// How long a run stands still behind a box of the watchdog, for the person to stop it.
 constexpr double rest_ms = 1000;

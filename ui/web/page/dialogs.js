@@ -10,12 +10,17 @@ const answersOf = {
 
 import { accelerator, putCaption } from './captions.js';
 
+/** Asked in each frame of a run: the document is not searched for it. */
+const opened = new Set();
+export const boxIsOpen = () => opened.size > 0;
+
 /** Opens a dialog, and resolves with what closed it. Without a way out the Escape key does nothing. */
 export function open(dialog, way_out) {
   return new Promise((resolve) => {
     dialog.answer = (value) => {
       dialog.close();
       dialog.remove();
+      opened.delete(dialog);
       resolve(value);
     };
     dialog.addEventListener('cancel', (event) => {
@@ -31,6 +36,7 @@ export function open(dialog, way_out) {
     dialog.addEventListener('keydown', (event) => pressAnswer(dialog, event));
     document.body.append(dialog);
     dialog.showModal();
+    opened.add(dialog);
   });
 }
 

@@ -3,6 +3,7 @@
 import { Door } from './program.js';
 import { buildControls } from './controls.js';
 import { ChangeMarks } from './changes.js';
+import { boxIsOpen } from './dialogs.js';
 import { makeHost } from './host.js';
 import { PageFiles } from './files.js';
 import { listenToKeys } from './keys.js';
@@ -45,10 +46,9 @@ door.onChanges = (changes) => {
   const focused = controls.of(document.activeElement);
   const late = changes.controls.filter(({ at }) => controls[at] === focused);
   for (const change of changes.controls) if (!late.includes(change)) controls[change.at].apply(change);
-  const boxIsOpen = document.querySelector('dialog[open]') !== null;
-  if (!boxIsOpen) moveFocus(changes.focus);
+  if (!boxIsOpen()) moveFocus(changes.focus);
   for (const change of late) controls[change.at].apply(change);
-  if (!boxIsOpen) moveFocus(changes.focus);
+  if (!boxIsOpen()) moveFocus(changes.focus);
   if (!changes.running) for (const box of texts) box.view.catchUp();
   map.showMap(changes);
   list.showNext(changes.pc);
