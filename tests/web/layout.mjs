@@ -1,5 +1,6 @@
 // On each size of screen, in both palettes and in several states, nothing of the page is cut or lies upon something else,
-// and on touch screens everything that is pressed is large enough for a finger.
+// on touch screens everything that is pressed is large enough for a finger, and lines of lists are high enough for an unsteady
+// mouse wherever there is room.
 //
 //   node layout.mjs PAGE.html
 import { openChromium, openPage } from './browsers.mjs';
@@ -9,14 +10,14 @@ const sizes = [
   { name: 'telephone', width: 360, height: 740, touch: true, scale: 2 },
   { name: 'tablet', width: 820, height: 1180, touch: true, scale: 2 },
   { name: 'laptop', width: 1366, height: 768, whole: true },
-  { name: 'desktop', width: 1920, height: 1080, whole: true },
+  { name: 'desktop', width: 1920, height: 1080, whole: true, pressable: 24 },
   // 1366 by 768 at 200 %.
-  { name: 'laptop at 200 %', width: 683, height: 384 },
+  { name: 'laptop at 200 %', width: 683, height: 384, pressable: 24 },
 ];
 const judged = ['program', 'small', 'listing', 'error', 'box', 'open', 'save', 'ended'];
 
 /** Runs in the page: what is wrong with it, one line each. */
-function problems({ touch, whole }) {
+function problems({ touch, whole, pressable }) {
   const found = [];
   const least = 44;
   const seen = (element) => {
@@ -83,6 +84,10 @@ function problems({ touch, whole }) {
       if (thin || height < least - 0.5)
         found.push(`${nameOf(element.closest('[role=listbox]') ?? element)} is too small for a finger: ${width} x ${height}`);
     }
+  }
+  for (const row of pressable && !dialog && !ended ? document.querySelectorAll('[role=option]:first-child') : []) {
+    const { height } = row.getBoundingClientRect();
+    if (seen(row) && height < pressable) found.push(`a line of ${nameOf(row.closest('[role=listbox]'))} is ${height} high`);
   }
   return found;
 }
