@@ -150,6 +150,25 @@ const tests = {
     assert.equal(await page.$eval(source, (field) => field.title), '');
   },
 
+  async what_is_read_as_something_else_is_told_of_the_line_with_the_caret(page) {
+    const told = `${control('source')} [role=status]`;
+    const becomes = (wanted) => page.waitForFunction((where, pattern) =>
+      new RegExp(pattern).test(document.querySelector(where).textContent), {}, told, wanted);
+    await page.focus(source);
+    await page.keyboard.sendCharacter('X EQU 0x10\nY EQU 10');
+    await becomes('^$');
+    await page.keyboard.press('ArrowUp');
+    await becomes('^EQU .*se lee como 0\\.$');
+    await page.keyboard.press('ArrowDown');
+    await becomes('^$');
+    await page.keyboard.press('ArrowUp');
+    await becomes('se lee como 0');
+    await page.focus(control('direc'));
+    await becomes('^$');
+    await page.focus(source);
+    await becomes('se lee como 0');
+  },
+
   async a_file_of_the_disk_is_picked(page) {
     const path = join(scratch, 'Uno.HEX');
     writeFileSync(path, ':0203FE00000AF3\n:00000001FF\n');

@@ -13,6 +13,8 @@ import { History } from './history.js';
 const parts = ['label', 'mnemonic', 'directive', 'number', 'comment'];
 /** Longer than this is no line of a program, and not worth the time to draw it in colours. */
 const longest_line = 2000;
+/** Whoever types or walks on is not interrupted. */
+const pause_ms = 500;
 
 export class Editor extends TextBox {
   #numbers;
@@ -26,6 +28,8 @@ export class Editor extends TextBox {
   #read = new Map();
   #paper = null;
   #drawing = 0;
+  #said = document.createElement('div');
+  #saying = 0;
 
   constructor(control, door) {
     const field = document.createElement('textarea');
@@ -35,12 +39,16 @@ export class Editor extends TextBox {
     root.className = 'source';
     this.#numbers = this.#beneath('numbers');
     this.#drawn = this.#beneath('drawn');
-    root.append(this.#numbers, this.#drawn, field);
+    this.#said.className = 'unseen';
+    this.#said.setAttribute('role', 'status');
+    root.append(this.#numbers, this.#drawn, field, this.#said);
     this.root = root;
     this.#listenToUndoing();
     const draw = () => this.drawSoon();
     for (const event of ['scroll', 'input', 'select', 'keyup', 'click', 'focus']) field.addEventListener(event, draw);
     field.addEventListener('mousemove', (event) => this.#showTip(event));
+    // Told again when the person comes back.
+    field.addEventListener('blur', () => this.#said.replaceChildren());
     new ResizeObserver(draw).observe(field);
   }
 
@@ -152,6 +160,18 @@ export class Editor extends TextBox {
     this.root.style.setProperty('--digits', digits);
     for (const sheet of [this.#numbers, this.#drawn]) sheet.style.setProperty('--down', down);
     this.#drawn.style.setProperty('--left', `${-field.scrollLeft}px`);
+    this.#saySoon(this.#lines[current - 1]);
+  }
+
+  /** The underlining of the caret's line in words, for who does not see it. */
+  #saySoon(line) {
+    clearTimeout(this.#saying);
+    if (document.activeElement !== this.field) return;
+    this.#saying = setTimeout(() => {
+      const tips = line.length > longest_line ? [] : this.#readingOf(line).odd.map(([, , tip]) => tip);
+      const sentence = [...new Set(tips)].join(' ');
+      if (document.activeElement === this.field && this.#said.textContent !== sentence) this.#said.textContent = sentence;
+    }, pause_ms);
   }
 
   #number(line, current) {
