@@ -265,7 +265,7 @@ function putSpoken(row, text) {
     row.lastChild.textContent = text;
     return;
   }
-  for (const cell of row.children) cell.ariaHidden = 'true';
+  for (const cell of row.children) cell.setAttribute('aria-hidden', 'true');
   const spoken = document.createElement('i');
   spoken.className = 'spoken';
   spoken.textContent = text;
