@@ -176,6 +176,14 @@ class processor {
   [[gnu::always_inline]] void set_flags(int mask, int bits) { status_ = (status_ & (255 - mask)) | bits; }
   [[gnu::always_inline]] void set_z(int result) { set_flags(bit_z, result == 0 ? bit_z : 0); }
 
+  /// C is bit 8 of the whole, DC bit 4 of what the lower halves make.
+  [[gnu::always_inline]] void arithmetic_flags(int whole, int halves) {
+    const int carry = whole >> 8;
+    const int digit_carry = halves >> 4;
+    const int zero = (whole & 255) == 0 ? 1 : 0;
+    set_flags(bit_c | bit_dc | bit_z, carry << status_c | digit_carry << status_dc | zero << status_z);
+  }
+
   /// Over the next instruction. The wrap is at 2048 on every device: a smaller one is left one past its
   /// memory for a step.
   [[gnu::always_inline]] void skip() {
@@ -200,30 +208,22 @@ class processor {
     w_ = value;
   }
 
+  // No `if` in these two: a host that guesses branches ahead cannot guess a carry.
   [[gnu::always_inline]] void subwf(const decoded_word& o) {
     const int file = readreg(o.file);
-    int difference = file - w_;
-    int flags = (file & 15) - (w_ & 15) >= 0 ? bit_dc : 0;
-    if (difference < 0)
-      difference += 256;
-    else
-      flags |= bit_c;
-    if (difference == 0) flags |= bit_z;
-    set_flags(bit_c | bit_dc | bit_z, flags);
-    result(o, difference);
+    // Bit 8, and bit 4 of the lower halves, stay set where nothing was borrowed.
+    const int difference = 256 + file - w_;
+    const int halves = 16 + (file & 15) - (w_ & 15);
+    arithmetic_flags(difference, halves);
+    result(o, difference & 255);
   }
 
   [[gnu::always_inline]] void addwf(const decoded_word& o) {
     const int file = readreg(o.file);
-    int sum = w_ + file;
-    int flags = (w_ & 15) + (file & 15) >= 16 ? bit_dc : 0;
-    if (sum > 255) {
-      sum -= 256;
-      flags |= bit_c;
-    }
-    if (sum == 0) flags |= bit_z;
-    set_flags(bit_c | bit_dc | bit_z, flags);
-    result(o, sum);
+    const int sum = file + w_;
+    const int halves = (file & 15) + (w_ & 15);
+    arithmetic_flags(sum, halves);
+    result(o, sum & 255);
   }
 
   /// DECFSZ and INCFSZ, which change no flag.
@@ -242,7 +242,7 @@ class processor {
 
   [[gnu::always_inline]] void rlf(const decoded_word& o) {
     const int shifted = readreg(o.file) * 2 + getbit(status_, status_c);
-    set_flags(bit_c, shifted > 255 ? bit_c : 0);
+    set_flags(bit_c, shifted >> 8);
     result(o, shifted & 255);
   }
 
