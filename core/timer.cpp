@@ -1,6 +1,7 @@
 #include "core/timer.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "common/checked.h"
 
@@ -27,11 +28,12 @@ bool carry_prescaler(chipstate& chip) {
 // So many counts of the prescaler, each followed by its comparison. A count from below meets the ratio again
 // and again; one that has passed it never does.
 void count_prescaler(chipstate& chip, std::int64_t counts) {
-  const std::int64_t ratio = prescratio(chip, 1);
+  // A power of two, on every path: nothing is divided while a program polls TMR0.
+  const auto ratio = static_cast<unsigned>(prescratio(chip, 1));
   const std::int64_t counted = chip.prescount + counts;
-  const bool meets = chip.prescount < ratio && counted >= ratio;
-  if (meets) advance_tmr0(chip, counted / ratio);
-  chip.prescount = checked16(static_cast<int>(meets ? counted % ratio : counted));
+  const bool meets = chip.prescount < static_cast<int>(ratio) && counted >= ratio;
+  if (meets) advance_tmr0(chip, counted >> std::countr_zero(ratio));
+  chip.prescount = checked16(static_cast<int>(meets ? counted & (ratio - 1) : counted));
 }
 
 // Edges of the pulse train in so many ticks. There is one whenever the count has reached the period, so one
