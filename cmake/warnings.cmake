@@ -15,6 +15,7 @@ if(ESTRUCTURA_SANITIZE)
   target_compile_options(estructura_warnings INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(estructura_warnings INTERFACE -fsanitize=address,undefined)
+  target_compile_definitions(estructura_warnings INTERFACE ESTRUCTURA_SANITIZED)
   # g++ 12 sees null pointers of its own making once the sanitizers have instrumented the code.
   target_compile_options(estructura_warnings INTERFACE -Wno-null-dereference)
 endif()

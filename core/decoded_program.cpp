@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "core/variant.h"
+
 namespace estructura {
 
 namespace {
@@ -11,6 +13,7 @@ decoded_word decoded_for_run(int word, bool breakpoint) {
   const bool changes_time = result.code == op::option || result.code == op::sleep;
   if (word == unprogrammed) result.code = op::blank;
   if (breakpoint || changes_time) result.code = op::stop;
+  result.variant = static_cast<std::uint16_t>(variant_of(result).index());
   return result;
 }
 

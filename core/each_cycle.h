@@ -4,6 +4,7 @@
 //   each_cycle(chip, in).execinst(0x1E8);     // ADDWF 08, fetched before
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -46,6 +47,8 @@ class each_cycle final : public processor<each_cycle> {
     tmrtick(chip_);
   }
   void untimed_cycle() { count_cycle(); }
+  [[nodiscard]] std::size_t bank() const { return static_cast<std::size_t>(fsrbank(chip_)); }
+  [[nodiscard]] int page_mask() const { return estructura::page_mask(chip_.devmodel); }
   [[nodiscard]] int pcl() const { return chip_.regs[reg_pcl]; }
   void pcl_from_pc() { chip_.regs[reg_pcl] = static_cast<std::int16_t>(pc_ & 255); }
   void keep_pcl() { pcl_from_pc(); }
@@ -68,6 +71,7 @@ class each_cycle final : public processor<each_cycle> {
 
   // Nothing is put off at this pace, and the refresh at the end of the step sees to the rest.
   void at_timer() {}
+  void pins_latched(std::size_t) {}
   void latched(std::size_t) {}
   void directed(std::size_t) {}
   void fsr_written() {}

@@ -14,12 +14,15 @@
 //
 //   second_cycle()     a skip or a jump takes a second cycle, which the timer sees
 //   untimed_cycle()    a write to PCL takes one that the timer does not see
+//   bank()             the bank that FSR points into
+//   page_mask()        the page bits of STATUS that the device has
 //   pcl()              what PCL reads
 //   pcl_from_pc()      `pc` was loaded: PCL shows its low byte
 //   keep_pcl()         PCL shows the low byte of `pc` and goes on showing it, whatever `pc` becomes
 //   pcl_written()      PCL shows what was just written to it
 //   at_timer()         TMR0 is about to be read or written
 //   pc_may_be_outside(behind)  what was loaded may be no address of the device
+//   pins_latched(address)  a port's latch has just taken its pins, as reading the port does
 //   latched(address), directed(address), fsr_written(), status_written()
 //                      a port's latch, its TRIS register, FSR or STATUS has just taken a value
 //   option(), sleep(), clrwdt(), blank(), stop()
@@ -30,7 +33,7 @@
 
 #include "core/chipstate.h"
 #include "core/data_memory.h"
-#include "core/decoded_program.h"
+#include "core/decoded_word.h"
 #include "core/instructions.h"
 
 namespace estructura {
@@ -70,22 +73,14 @@ class processor {
 
  protected:
   [[gnu::always_inline]] explicit processor(chipstate& chip)
-      : chip_(chip),
-        pc_(static_cast<std::size_t>(chip.cpu.pc)),
-        w_(chip.cpu.w),
-        status_(chip.regs[reg_status]),
-        page_mask_(page_mask(chip.devmodel)) {
-    choose_bank();
-  }
+      : processor(chip, static_cast<std::size_t>(chip.cpu.pc), chip.cpu.w, chip.regs[reg_status]) {}
+  [[gnu::always_inline]] processor(chipstate& chip, std::size_t pc, int w, int status)
+      : chip_(chip), pc_(pc), w_(w), status_(status) {}
 
   [[gnu::always_inline]] void store() const {
     chip_.cpu.pc = static_cast<std::int16_t>(pc_);
     chip_.cpu.w = static_cast<std::int16_t>(w_);
     chip_.regs[reg_status] = static_cast<std::int16_t>(status_);
-  }
-
-  [[gnu::always_inline, nodiscard]] std::size_t pagebits() const {
-    return static_cast<unsigned>(status_ & page_mask_) << 4U;
   }
 
   [[gnu::always_inline]] void perform(const decoded_word& o);
@@ -94,8 +89,6 @@ class processor {
   std::size_t pc_;  ///< whatever is no address, a negative number too, is beyond them all
   int w_;
   int status_;
-  std::size_t bank_ = 0;  ///< first cell in `bankregs` of the bank that FSR points into
-  const int page_mask_;
 
  private:
   /// From here on addresses have no effects; 7 is one of them on some devices only.
@@ -106,9 +99,11 @@ class processor {
 
   [[gnu::always_inline]] Pace& pace() { return static_cast<Pace&>(*this); }
 
-  // --- data memory ---
+  [[gnu::always_inline]] std::size_t pagebits() {
+    return static_cast<unsigned>(status_ & pace().page_mask()) << 4U;
+  }
 
-  [[gnu::always_inline]] void choose_bank() { bank_ = static_cast<std::size_t>(fsrbank(chip_)) * 16; }
+  // --- data memory ---
 
   /// The address that FSR holds, 0..31.
   [[gnu::always_inline]] std::size_t indirect() const {
@@ -116,12 +111,12 @@ class processor {
   }
 
   [[gnu::always_inline]] std::int16_t& general(std::size_t f) {
-    return f < 16 ? chip_.regs.cells[f] : chip_.bankregs.cells[bank_ + (f - 16)];
+    return f < 16 ? chip_.regs.cells[f] : chip_.bankregs.cells[pace().bank() * 16 + (f - 16)];
   }
 
   [[gnu::always_inline]] int read_pins(std::size_t address, std::int16_t pins) {
     chip_.regs.cells[address] = pins;
-    pace().latched(address);
+    pace().pins_latched(address);
     return pins;
   }
 
@@ -145,29 +140,36 @@ class processor {
   }
 
   [[gnu::always_inline]] void write_special(std::size_t a, int value) {
-    if (a == reg_status) {
-      status_ = value;
-      pace().status_written();
-      return;
-    }
-    if (a == reg_tmr0) pace().at_timer();
-    chip_.regs.cells[a] = static_cast<std::int16_t>(value);
+    const auto put = [this, value](std::size_t address) {
+      chip_.regs.cells[address] = static_cast<std::int16_t>(value);
+    };
     switch (a) {
-      case reg_tmr0: chip_.prescount = 0; break;
+      case reg_tmr0:
+        pace().at_timer();
+        put(reg_tmr0);
+        chip_.prescount = 0;
+        break;
       case reg_pcl: {
         const std::size_t behind = pc_;
+        put(reg_pcl);
         pc_ = pagebits() + static_cast<std::size_t>(value);
         pace().untimed_cycle();
         pace().pcl_written();
         pace().pc_may_be_outside(behind);
         break;
       }
+      case reg_status:
+        status_ = value;
+        pace().status_written();
+        break;
       case reg_fsr:
         chip_.regs.cells[reg_fsr] = static_cast<std::int16_t>(value & 127);
-        choose_bank();
         pace().fsr_written();
         break;
-      default: pace().latched(a); break;
+      default:
+        put(a);
+        pace().latched(a);
+        break;
     }
   }
 
@@ -189,7 +191,8 @@ class processor {
   [[gnu::always_inline]] void skip() {
     const std::size_t behind = pc_++;
     pace().second_cycle();
-    if (pc_ == program_words) pc_ = 0;
+    if (pc_ == program_words) [[unlikely]]
+      pc_ = 0;
     pace().pcl_from_pc();
     pace().pc_may_be_outside(behind);
   }

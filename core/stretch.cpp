@@ -10,11 +10,11 @@
 //
 //     step        |  one cycle, one tick
 //     blank step  |  none of either
-//     skip, jump  |  one more of each                        `second_`
-//     write PCL   |  one more cycle, which no tick sees      `untimed_`
+//     skip, jump  |  one more of each                        `second`
+//     write PCL   |  one more cycle, which no tick sees      `untimed`
 //
 // They are settled where somebody reads or writes one of them: TMR0 read or written, CLRWDT, the end.
-// `ticks_now` and `cycles_now` say how far the clock stands, `ticks_settled_` and `cycles_settled_` how much
+// `ticks_now` and `cycles_now` say how far the clock stands, `ticks_settled` and `cycles_settled` how much
 // of that has been handed on.
 //
 // The horizon says how many steps may pass before anything happens that one of them would have to notice:
@@ -30,17 +30,29 @@
 // them, and what a write can carry beyond them is cut with the write. So are the pins: an output follows its
 // latch when latch or direction is written.
 //
-// PCL is the low byte of `pc` but where CALL or a write has left another in it; `pcl_kept_` says in which
+// PCL is the low byte of `pc` but where CALL or a write has left another in it; `pcl_kept` says in which
 // step that was.
+//
+// Each step ends with a jump to the next, a call in the last place: `pc`, W, STATUS and the steps left are
+// handed on in the host's registers, all else stays in `stretch_memory`.
+//
+//     take_step<DECFSZ 08..0F to file> ──> take_step<GOTO> ──> take_step<DECFSZ 08..0F to file> ──> ...
+//
+// There is such a function for each variant of an instruction (core/variant.h), which the compiler makes of
+// the one statement by leaving out what its word rules out: the effects of the registers that it does not
+// name, mostly. Only what FSR points to can be anything, and is looked at before the step.
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "core/pins.h"
 #include "core/processor.h"
 #include "core/step.h"
 #include "core/timer.h"
+#include "core/variant.h"
 
 namespace estructura {
 
@@ -54,23 +66,25 @@ namespace {
   chip.wdtcount = static_cast<std::int32_t>(std::min(chip.wdtcount + count, greatest));
 }
 
-// Of port 5..7.
-[[gnu::noinline]] void cut_latch(chipstate& chip, inputs& in, std::size_t address) {
+// Of port 5..7; the bits that are left.
+[[gnu::always_inline]] inline int cut_latch(chipstate& chip, std::size_t address) {
   const device& model = chip.devmodel;
   std::int16_t& latch = chip.regs.cells[address];
-  switch (address) {
-    case reg_5:
-      latch = static_cast<std::int16_t>(latch & model.mask5);
-      follow_latch(in.pin_boxes.cells[0], chip.pina, chip.cpu.trisa, latch, model.port_a_pins);
-      break;
-    case reg_6:
-      latch = static_cast<std::int16_t>(latch & model.mask6);
-      follow_latch(in.pin_boxes.cells[1], chip.pinb, chip.cpu.trisb, latch, 255);
-      break;
-    default:
-      if (model.hasportc) follow_latch(in.pin_boxes.cells[2], chip.pinc, chip.cpu.trisc, latch, 255);
-      break;
-  }
+  if (address == reg_5) latch = static_cast<std::int16_t>(latch & model.mask5);
+  if (address == reg_6) latch = static_cast<std::int16_t>(latch & model.mask6);
+  return latch;
+}
+
+[[gnu::always_inline]] inline void follow_cut_latch(chipstate& chip, inputs& in, std::size_t address) {
+  const device& model = chip.devmodel;
+  auto& boxes = in.pin_boxes.cells;
+  const int latch = cut_latch(chip, address);
+  if (address == reg_6)
+    follow_latch(boxes[1], chip.pinb, chip.cpu.trisb, latch, 255);
+  else if (address == reg_7 && model.hasportc)
+    follow_latch(boxes[2], chip.pinc, chip.cpu.trisc, latch, 255);
+  else if (address == reg_5 && model.has_port_a())
+    follow_latch(boxes[0], chip.pina, chip.cpu.trisa, latch, model.port_a_pins);
 }
 
 void cut_directions(chipstate& chip) {
@@ -79,30 +93,85 @@ void cut_directions(chipstate& chip) {
   cpu.trisb = static_cast<std::int16_t>(cpu.trisb & chip.devmodel.mask6);
 }
 
+/// What steps do not hand on to each other in registers.
+struct stretch_memory {
+  stretch_memory(const chipstate& chip, inputs& boxes, const decoded_program& program, bool stop_at_tris)
+      : in(boxes),
+        decoded(program),
+        progmask(static_cast<std::size_t>(chip.devmodel.progmask)),
+        page_mask(estructura::page_mask(chip.devmodel)),
+        stop_when_redirected(stop_at_tris),
+        bank(static_cast<std::size_t>(fsrbank(chip))),
+        pc(static_cast<std::size_t>(chip.cpu.pc)),
+        w(chip.cpu.w),
+        status(chip.regs[reg_status]) {}
+
+  inputs& in;
+  const decoded_program& decoded;
+  const std::size_t progmask;
+  const int page_mask;
+  const bool stop_when_redirected;
+  bool stopped = false;  ///< a step was the last one before its time
+  std::size_t bank;      ///< the one that FSR points into
+  std::int64_t planned = 0;
+  std::int64_t second = 0;
+  std::int64_t untimed = 0;
+  std::int64_t ticks_settled = 0;
+  std::int64_t cycles_settled = 0;
+  std::int64_t pcl_kept = -1;  ///< the last step, from 0, that left PCL another than `pc`'s low byte
+  std::size_t left_from = 0;   ///< the address from which the last step left the device's memory, if it has
+  // Between two chains of steps.
+  std::size_t pc;
+  int w;
+  int status;
+};
+
+using step_function = void(chipstate&, stretch_memory&, std::size_t pc, std::int64_t left, int w, int status);
+extern const std::array<step_function*, variant::count> step_functions;
+
+// Where a call in the last place does not become a jump, the steps stand in one loop instead of a chain: a
+// step that is called has a frame on the stack, of up to 25 KB unoptimized. WebAssembly knows no such jump.
+#if defined(__OPTIMIZE__) && !defined(ESTRUCTURA_SANITIZED) && !defined(__wasm__)
+constexpr bool steps_are_chained = true;
+#else
+constexpr bool steps_are_chained = false;
+#endif
+
+// What the stack bears where a compiler that optimizes makes calls of them all the same.
+constexpr std::int64_t longest_chain = 512;
+
 class stretch final : public processor<stretch> {
  public:
-  stretch(chipstate& chip, inputs& in, const decoded_program& decoded, std::int64_t most,
-          bool stop_when_redirected)
-      : processor(chip),
-        in_(in),
-        decoded_(decoded),
-        progmask_(static_cast<std::size_t>(chip.devmodel.progmask)),
-        planned_(most),
-        left_(most),
-        stop_when_redirected_(stop_when_redirected) {}
+  [[gnu::always_inline]] stretch(chipstate& chip, stretch_memory& memory, std::size_t pc, std::int64_t left,
+                                 int w, int status)
+      : processor(chip, pc, w, status), memory_(memory), left_(left) {}
 
-  /// Steps done.
-  [[gnu::always_inline]] inline std::int64_t run(trail& seen) {
-    do {
-      const decoded_word& next = decoded_[pc_];
-      pc_ = (pc_ + 1) & progmask_;
-      perform(next);
-    } while (--left_ != 0);
+  [[gnu::always_inline]] void take(const decoded_word& next) {
+    pc_ = (pc_ + 1) & memory_.progmask;
+    perform(next);
+    --left_;
+  }
 
+  /// To the next step of the chain, or to rest behind its end.
+  [[gnu::always_inline]] void go_on() const {
+    if (left_ == 0) [[unlikely]]
+      return rest();
+    return step_functions[memory_.decoded[pc_].variant](chip_, memory_, pc_, left_, w_, status_);
+  }
+
+  /// The same in one place, without variants.
+  [[gnu::always_inline]] void loop() {
+    do take(memory_.decoded[pc_]);
+    while (left_ != 0);
+    rest();
+  }
+
+  /// Steps done, behind the last chain.
+  std::int64_t finish(trail& seen) {
     const std::int64_t steps = done();
     if (steps == 0) return 0;
     settle();
-    if (pcl_kept_ != steps - 1) chip_.regs.cells[reg_pcl] = static_cast<std::int16_t>(pc_ & 255);
+    if (memory_.pcl_kept != steps - 1) chip_.regs.cells[reg_pcl] = static_cast<std::int16_t>(pc_ & 255);
     store();
     tell(seen);
     return steps;
@@ -111,63 +180,76 @@ class stretch final : public processor<stretch> {
  private:
   friend class processor<stretch>;
 
-  [[gnu::always_inline, nodiscard]] std::int64_t done() const { return planned_ - left_; }
+  [[gnu::always_inline]] void rest() const {
+    memory_.pc = pc_;
+    memory_.w = w_;
+    memory_.status = status_;
+  }
+
+  [[gnu::always_inline, nodiscard]] std::int64_t done() const { return memory_.planned - left_; }
 
   /// This step is the last one.
   [[gnu::always_inline]] void stop_behind() {
-    planned_ -= left_ - 1;
+    memory_.stopped = true;
+    memory_.planned -= left_ - 1;
     left_ = 1;
   }
   /// This step is not for this pace: as if it had not begun.
   [[gnu::always_inline]] void stop_before() {
     pc_ = address_before(pc_);
-    planned_ -= left_;
+    memory_.stopped = true;
+    memory_.planned -= left_;
     left_ = 1;
   }
 
   [[gnu::always_inline, nodiscard]] std::size_t address_before(std::size_t behind) const {
-    return (behind - 1) & progmask_;
+    return (behind - 1) & memory_.progmask;
   }
 
   // --- the clock; within a step its first cycle has passed and its tick has not ---
 
-  [[gnu::always_inline]] void second_cycle() { ++second_; }
-  [[gnu::always_inline]] void untimed_cycle() { ++untimed_; }
+  [[gnu::always_inline]] void second_cycle() { ++memory_.second; }
+  [[gnu::always_inline]] void untimed_cycle() { ++memory_.untimed; }
   [[gnu::always_inline]] void at_timer() {
-    const std::int64_t ticks_now = done() + second_;
-    tmrticks(chip_, ticks_now - ticks_settled_);
-    ticks_settled_ = ticks_now;
+    const std::int64_t ticks_now = done() + memory_.second;
+    tmrticks(chip_, ticks_now - memory_.ticks_settled);
+    memory_.ticks_settled = ticks_now;
   }
   [[gnu::always_inline]] void clrwdt() {
-    const std::int64_t cycles_now = done() + second_ + untimed_ + 1;
-    settle_cycles(chip_, cycles_now - cycles_settled_);
-    cycles_settled_ = cycles_now;
+    const std::int64_t cycles_now = done() + memory_.second + memory_.untimed + 1;
+    settle_cycles(chip_, cycles_now - memory_.cycles_settled);
+    memory_.cycles_settled = cycles_now;
     chip_.tolatch = 1;
     chip_.wdtcount = 0;
     status_written();
   }
   [[gnu::always_inline]] void settle() {
-    const std::int64_t ticks_now = done() + second_;
-    tmrticks(chip_, ticks_now - ticks_settled_);
-    settle_cycles(chip_, ticks_now + untimed_ - cycles_settled_);
+    const std::int64_t ticks_now = done() + memory_.second;
+    tmrticks(chip_, ticks_now - memory_.ticks_settled);
+    settle_cycles(chip_, ticks_now + memory_.untimed - memory_.cycles_settled);
   }
+
+  // --- what stays in memory ---
+
+  [[gnu::always_inline, nodiscard]] std::size_t bank() const { return memory_.bank; }
+  [[gnu::always_inline, nodiscard]] int page_mask() const { return memory_.page_mask; }
 
   // --- PCL ---
 
   [[gnu::always_inline, nodiscard]] int pcl() const { return static_cast<int>(pc_ & 255U); }
   [[gnu::always_inline]] void pcl_from_pc() {}
-  [[gnu::always_inline]] void pcl_written() { pcl_kept_ = done(); }
+  [[gnu::always_inline]] void pcl_written() { memory_.pcl_kept = done(); }
   [[gnu::always_inline]] void keep_pcl() {
     chip_.regs.cells[reg_pcl] = static_cast<std::int16_t>(pc_ & 255);
-    pcl_kept_ = done();
+    memory_.pcl_kept = done();
   }
 
   // --- jumps ---
 
   [[gnu::always_inline]] void pc_may_be_outside(std::size_t behind) {
-    if (pc_ <= progmask_) [[likely]]
+    if (pc_ <= memory_.progmask) [[likely]]
       return;
-    left_from_ = address_before(behind);
+    memory_.left_from = address_before(behind);
     stop_behind();
   }
 
@@ -177,17 +259,20 @@ class stretch final : public processor<stretch> {
   [[gnu::always_inline]] void fsr_written() {
     chip_.regs.cells[reg_fsr] =
         static_cast<std::int16_t>(chip_.regs.cells[reg_fsr] & chip_.devmodel.datamask);
+    memory_.bank = static_cast<std::size_t>(fsrbank(chip_));
   }
-  [[gnu::always_inline]] void latched(std::size_t address) { cut_latch(chip_, in_, address); }
+  // Boxes and outputs stand as the pins do already.
+  [[gnu::always_inline]] void pins_latched(std::size_t address) { cut_latch(chip_, address); }
+  [[gnu::always_inline]] void latched(std::size_t address) { follow_cut_latch(chip_, memory_.in, address); }
   [[gnu::always_inline]] void directed(std::size_t address) {
     cut_directions(chip_);
-    cut_latch(chip_, in_, address);
-    if (stop_when_redirected_) stop_behind();
+    follow_cut_latch(chip_, memory_.in, address);
+    if (memory_.stop_when_redirected) stop_behind();
   }
 
   [[gnu::always_inline]] void tell(trail& seen) const {
-    const bool outside = pc_ > progmask_;
-    if (outside) seen.arrive(static_cast<int>(left_from_), chip_.devmodel.progmask);
+    const bool outside = pc_ > memory_.progmask;
+    if (outside) seen.arrive(static_cast<int>(memory_.left_from), chip_.devmodel.progmask);
     seen.arrive(static_cast<std::int16_t>(pc_), chip_.devmodel.progmask);
     seen.mark(static_cast<std::int16_t>(pc_));
     seen.refreshed = true;
@@ -195,31 +280,66 @@ class stretch final : public processor<stretch> {
 
   // --- steps that take no time, and those left to a single step ---
 
-  [[gnu::always_inline]] void blank() { --second_; }
+  [[gnu::always_inline]] void blank() { --memory_.second; }
   [[gnu::always_inline]] void stop() { stop_before(); }
   // Decoded as `op::stop`, these two are never met.
   void option() {}
   void sleep() {}
 
-  inputs& in_;
-  const decoded_program& decoded_;
-  const std::size_t progmask_;
-  std::size_t left_from_ = 0;  ///< the address from which the last step left the device's memory, if it has
-  std::int64_t planned_;
-  std::int64_t left_;
-  std::int64_t second_ = 0;
-  std::int64_t untimed_ = 0;
-  std::int64_t ticks_settled_ = 0;
-  std::int64_t cycles_settled_ = 0;
-  std::int64_t pcl_kept_ = -1;  ///< the last step, from 0, that left PCL another than `pc`'s low byte
-  const bool stop_when_redirected_;
+  stretch_memory& memory_;
+  std::int64_t left_;  ///< steps of this chain, this one included
 };
 
-// The object stays in the host's registers: nothing that is not inlined gets hold of it.
-[[gnu::noinline]] std::int64_t take_steps(chipstate& chip, inputs& in, trail& seen,
-                                          const decoded_program& decoded, std::int64_t most,
-                                          bool stop_when_redirected) {
-  return stretch(chip, in, decoded, most, stop_when_redirected).run(seen);
+/// A step that leaves nothing out.
+[[gnu::noinline, maybe_unused]] void take_any_step(chipstate& chip, stretch_memory& memory, std::size_t pc,
+                                                   std::int64_t left, int w, int status) {
+  stretch now(chip, memory, pc, left, w, status);
+  now.take(memory.decoded[pc]);
+  now.go_on();
+}
+
+/// The word, which is one of the variant's: the compiler is told what that rules out.
+template <std::size_t index>
+[[gnu::always_inline]] inline decoded_word known(decoded_word o) {
+  constexpr variant v = variant::at(index);
+  o.code = v.code;
+  if (v.has_destination()) o.word = static_cast<std::uint16_t>((o.word & ~32) | (v.to_file ? 32 : 0));
+  constexpr file_range files = files_of(v.operand);
+  if (o.file < files.first || o.file > files.last) __builtin_unreachable();
+  return o;
+}
+
+template <std::size_t index>
+void take_step(chipstate& chip, stretch_memory& memory, std::size_t pc, std::int64_t left, int w,
+               int status) {
+  constexpr bool indirect = variant::at(index).operand == operand_kind::indirect;
+  if (indirect && (chip.regs.cells[reg_fsr] & 31) <= reg_7)
+    return take_any_step(chip, memory, pc, left, w, status);
+  stretch now(chip, memory, pc, left, w, status);
+  now.take(known<index>(memory.decoded[pc]));
+  now.go_on();
+}
+
+template <std::size_t... indices>
+constexpr std::array<step_function*, variant::count> make_step_functions(std::index_sequence<indices...>) {
+  return {take_step<variant::at(indices).index()>...};
+}
+const std::array<step_function*, variant::count> step_functions =
+    make_step_functions(std::make_index_sequence < steps_are_chained ? variant::count : 0 > ());
+
+std::int64_t take_steps(chipstate& chip, inputs& in, trail& seen, const decoded_program& decoded,
+                        std::int64_t most, bool stop_when_redirected) {
+  stretch_memory memory(chip, in, decoded, stop_when_redirected);
+  while (memory.planned < most && !memory.stopped) {
+    const std::int64_t chain = std::min(most - memory.planned, longest_chain);
+    memory.planned += chain;
+    stretch first(chip, memory, memory.pc, chain, memory.w, memory.status);
+    if constexpr (steps_are_chained)
+      first.go_on();
+    else
+      first.loop();
+  }
+  return stretch(chip, memory, memory.pc, 0, memory.w, memory.status).finish(seen);
 }
 
 /// Whether a refresh would change nothing, and the boxes show the pins' levels.
