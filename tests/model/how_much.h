@@ -1,5 +1,5 @@
 // How much of the chance-made work one run does: all of it, which takes some ten seconds in a Release build,
-// and a hint of it where sanitizers or a Debug build slow every step down, unless ESTRUCTURA_LARGO=1 is in
+// and a hint of it where sanitizers or a Debug build slow every step down, unless ESTRUCTURA_LONG=1 is in
 // the environment.
 #pragma once
 
@@ -17,7 +17,7 @@ struct amounts {
 inline amounts how_much() {
   constexpr amounts all = {200, 400000, 10'000'000};
 #ifdef MODEL_REDUCED
-  const char* const asked = std::getenv("ESTRUCTURA_LARGO");
+  const char* const asked = std::getenv("ESTRUCTURA_LONG");
   if (asked == nullptr || std::string_view(asked) != "1") return {10, 20000, 600'000};
 #endif
   return all;

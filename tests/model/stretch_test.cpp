@@ -231,7 +231,7 @@ class journey {
 };
 
 long steps_wanted() {
-  const char* const asked = std::getenv("ESTRUCTURA_LARGO");
+  const char* const asked = std::getenv("ESTRUCTURA_LONG");
   if (asked != nullptr && std::string_view(asked) == "1") return 110'000'000;
   return how_much().program_steps;
 }

@@ -2,7 +2,7 @@
 // again with mouse and keys on the widgets, and after each event, also in the middle of a run, everything
 // that can be seen of the two must be the same.
 //
-//   ventana_azar                   a few thousand events; a hundred thousand where ESTRUCTURA_LARGO is 1
+//   ventana_azar                   a few thousand events; a hundred thousand where ESTRUCTURA_LONG is 1
 //   ventana_azar EVENTS [SEED]
 //
 // On a difference it prints the seed and the script that leads there from a fresh window: run by
@@ -216,7 +216,7 @@ int main(int argc, char** argv) {
   set_up_application(application);
   // A window that closes ends its program, not this one.
   QGuiApplication::setQuitOnLastWindowClosed(false);
-  const char* const thorough = std::getenv("ESTRUCTURA_LARGO");
+  const char* const thorough = std::getenv("ESTRUCTURA_LONG");
   int events = thorough != nullptr && std::strcmp(thorough, "1") == 0 ? many_events : few_events;
   std::uint64_t seed = usual_seed;
   if (argc > 1) events = std::atoi(argv[1]);

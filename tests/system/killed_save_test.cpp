@@ -1,5 +1,5 @@
 // The process killed while it saves: before and after each system call of a save, and at moments that chance
-// chooses. Each time the file is the old one or the new one, whole. ESTRUCTURA_LARGO=1 in the environment has
+// chooses. Each time the file is the old one or the new one, whole. ESTRUCTURA_LONG=1 in the environment has
 // chance meet a thousand saves half-way instead of forty.
 #include <algorithm>
 #include <chrono>
@@ -115,7 +115,7 @@ TEST(killed_save, leaves_a_whole_source_at_every_moment) {
 constexpr unsigned seed = 20240611;
 
 int wanted_half_way() {
-  const char* const asked = std::getenv("ESTRUCTURA_LARGO");
+  const char* const asked = std::getenv("ESTRUCTURA_LONG");
   return asked != nullptr && std::string_view(asked) == "1" ? 1000 : 40;
 }
 
