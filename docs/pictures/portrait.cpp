@@ -1,20 +1,20 @@
 // Takes the pictures of the window that the pages show, and those by which its looks are judged.
 //
-//   portrait docs/ventana.png --asm ejemplos/bancos.asm --breakpoint 00B --pasos 350 --medida 1366x720
-//   portrait oscura.png --device 12C508 --oscura --medida 1366x720
+//   portrait docs/ventana.png --asm ejemplos/bancos.asm --breakpoint 00B --steps 350 --size 1366x720
+//   portrait oscura.png --device 12C508 --dark --size 1366x720
 //   portrait registros.png --asm primero.asm --panel Frame2 'eje1*20' RE#2 dat=08
-//   portrait aviso.png --asm malo.asm --caja
+//   portrait aviso.png --asm wrong.asm --box
 //   QT_SCALE_FACTOR=2 portrait doble.png
 //
 // Behind the picture's name stand the actions of a person, in their order, done after the files are loaded
-// and before the steps of --pasos:
+// and before the instructions of --steps:
 //
 //   NAME         a click                  NAME*20     twenty of them
 //   NAME=TEXT    typed, or chosen         NAME#5      a click on line 5 of a list
 //
-// --panel cuts the picture to the named widgets and what stands between them, --alto to its upper part;
-// --number_them writes 1, 2, 3 ... upon them; --caja takes the first message box instead of the window;
-// --compara writes nothing, and fails unless the file holds that picture already. A picture holds at most 256
+// --panel cuts the picture to the named widgets and what stands between them, --height to its upper part;
+// --numbers writes 1, 2, 3 ... upon them; --box takes the first message box instead of the window;
+// --compare writes nothing, and fails unless the file holds that picture already. A picture holds at most 256
 // colours, so that the files stay small. Runs on Qt's offscreen platform unless told otherwise, with the
 // fonts of the machine (DejaVu is what the pictures of the pages use: package fonts-dejavu-core).
 #include <algorithm>
@@ -243,35 +243,35 @@ int main(int argc, char** argv) {
                    {"asm", "source to load and assemble", "file"},
                    {"breakpoint", "address of a breakpoint", "hex"},
                    {"panel", "cuts the picture to these widgets", "names"},
-                   {"alto", "keeps this many rows of pixels of the picture", "pixels"},
-                   {"numera", "writes numbers upon these widgets", "names"},
-                   {"caja", "takes the first message box"},
-                   {"pasos", "instructions to execute", "number", "0"},
-                   {"medida", "size of the window, as 1366x720", "size", "1366x765"},
-                   {"letra", "size of the letters, in points", "points"},
-                   {"compara", "compares with the file instead of writing it"},
-                   {"listado", "shows the listing"},
-                   {"oscura", "a dark palette"}});
+                   {"height", "keeps this many rows of pixels of the picture", "pixels"},
+                   {"numbers", "writes numbers upon these widgets", "names"},
+                   {"box", "takes the first message box"},
+                   {"steps", "instructions to execute", "number", "0"},
+                   {"size", "size of the window, as 1366x720", "size", "1366x765"},
+                   {"letters", "size of the letters, in points", "points"},
+                   {"compare", "compares with the file instead of writing it"},
+                   {"listing", "shows the listing"},
+                   {"dark", "a dark palette"}});
   line.process(app);
   if (line.positionalArguments().isEmpty()) line.showHelp(2);
-  if (line.isSet("oscura")) {
+  if (line.isSet("dark")) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(dark_palette());
   }
-  if (line.isSet("letra")) {
+  if (line.isSet("letters")) {
     QFont font = QApplication::font();
-    font.setPointSizeF(line.value("letra").toDouble());
+    font.setPointSizeF(line.value("letters").toDouble());
     QApplication::setFont(font);
   }
 
   portrait_host host;
-  host.wants_box = line.isSet("caja");
+  host.wants_box = line.isSet("box");
   Estructura window(host);
   window.Form_Load();
   estructura::main_window shown(window);
   host.set_window(&shown);
   // Not the size that the window chooses for the screen there happens to be.
-  const QStringList sides = line.value("medida").split('x');
+  const QStringList sides = line.value("size").split('x');
   shown.resize(sides.value(0).toInt(), sides.value(1).toInt());
   shown.show();
   window.pick(id::PIC, line.value("device").toStdString());
@@ -294,8 +294,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "no such control: %s\n", qPrintable(action));
     return 2;
   }
-  if (line.isSet("listado")) window.click(id::sl, 1);
-  for (int step = line.value("pasos").toInt(); step > 0; --step) {
+  if (line.isSet("listing")) window.click(id::sl, 1);
+  for (int step = line.value("steps").toInt(); step > 0; --step) {
     // What the last step alone has changed is marked.
     if (step == 1) shown.refresh();
     window.click(id::eje1);
@@ -308,16 +308,16 @@ int main(int argc, char** argv) {
               shown.height());
 
   const QString path = line.positionalArguments().constFirst();
-  const auto deliver = line.isSet("compara") ? is_the_same : save;
+  const auto deliver = line.isSet("compare") ? is_the_same : save;
   if (host.wants_box) return deliver(host.first_box, path) ? 0 : 1;
   QPixmap picture = shown.grab();
-  if (line.isSet("numera")) number_them(picture, shown, line.value("numera").split(' '));
+  if (line.isSet("numbers")) number_them(picture, shown, line.value("numbers").split(' '));
   if (line.isSet("panel")) {
     const QRect part = frame_around(shown, line.value("panel").split(' '));
     const qreal scale = picture.devicePixelRatio();
     picture = picture.copy(QRectF(part.topLeft() * scale, part.size() * scale).toRect());
   }
-  if (line.isSet("alto"))
-    picture = picture.copy(0, 0, picture.width(), std::min(picture.height(), line.value("alto").toInt()));
+  if (line.isSet("height"))
+    picture = picture.copy(0, 0, picture.width(), std::min(picture.height(), line.value("height").toInt()));
   return deliver(picture, path) ? 0 : 1;
 }

@@ -7,17 +7,17 @@
 set -eu
 cd "$(dirname "$0")"
 
-lienzo() {
+draw() {
   rsvg-convert --width "$1" --height "$1" --output "$1.png" "$2"
 }
 
-lienzo 16 estructura-16.svg
-lienzo 24 estructura-24.svg
-lienzo 48 estructura-24.svg
-sin_margen=$(mktemp)
-trap 'rm -f "$sin_margen"' EXIT
-sed 's/width="24" height="24" viewBox="0 0 24 24"/viewBox="1 1 22 22"/' estructura-24.svg > "$sin_margen"
-lienzo 22 "$sin_margen"
-for lado in 32 64 128 256 512; do
-  lienzo "$lado" estructura.svg
+draw 16 estructura-16.svg
+draw 24 estructura-24.svg
+draw 48 estructura-24.svg
+without_margin=$(mktemp)
+trap 'rm -f "$without_margin"' EXIT
+sed 's/width="24" height="24" viewBox="0 0 24 24"/viewBox="1 1 22 22"/' estructura-24.svg > "$without_margin"
+draw 22 "$without_margin"
+for size in 32 64 128 256 512; do
+  draw "$size" estructura.svg
 done
