@@ -27,7 +27,7 @@ sys.dont_write_bytecode = True
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 import screen_reader  # noqa: E402
-from screen_reader import BOTON, CASILLA, LISTA, ROTULO, TEXTO, Gio, GLib, Nodo, espera  # noqa: E402
+from screen_reader import BUTTON, CHECK_BOX, LIST, LABEL, TEXT_BOX, Gio, GLib, Node, wait_for  # noqa: E402
 
 LIMIT_S = 600  # of the whole; with the machine to itself it takes less than one minute
 WAIT_S = 90    # of each thing that is to be heard
@@ -36,28 +36,28 @@ TAB, ENTER, ESCAPE, SPACE, DOWN, UP = 0xFF09, 0xFF0D, 0xFF1B, 0x20, 0xFF54, 0xFF
 F5, F7, F8, F9 = 0xFFC2, 0xFFC4, 0xFFC5, 0xFFC6
 ALT, CTRL, SHIFT = 0xFFE9, 0xFFE3, 0xFFE1
 
-BUTTON, CHECK_OFF = "botón de pulsación", "casilla de verificación no marcada"
+BUTTON_SAID, CHECK_OFF_SAID = "botón de pulsación", "casilla de verificación no marcada"
 
 # The stops of the Tab key from the first control on, each with what is to be heard in this order.
 STOPS = (
     [("Fuente", "botón de radio", "el código fuente o el listado")]
-    + [(name, BUTTON) for name in ("Insertar 15 espacios", "Copiar", "Cortar", "Pegar")]
+    + [(name, BUTTON_SAID) for name in ("Insertar 15 espacios", "Copiar", "Cortar", "Pegar")]
     + [("CÓDIGO FUENTE texto",)]
-    + [(name, BUTTON) for name in ("Cargar ASM", "Salvar ASM", "Borrar ASM", "Desensamblar", "Ensamblar")]
+    + [(name, BUTTON_SAID) for name in ("Cargar ASM", "Salvar ASM", "Borrar ASM", "Desensamblar", "Ensamblar")]
     + [("Memoria de programa", "Lista con 2048 elementos"),
        ("Direc., dirección de programa texto", "7FF seleccionado"), ("Instrucción texto",)]
-    + [(name, BUTTON) for name in ("Borrar instrucción", "Break, punto de parada", "Cargar HEX", "Salvar HEX",
-                                   "Borrar HEX", "HEX 16C84")]
+    + [(name, BUTTON_SAID) for name in ("Borrar instrucción", "Break, punto de parada", "Cargar HEX", "Salvar HEX",
+                                        "Borrar HEX", "HEX 16C84")]
     + [("Registros", "Lista con 6 elementos"), ("Pila", "Lista con 2 elementos"),
        ("Memoria de datos 00 a 0F", "Lista con 16 elementos")]
     + [(f"Memoria de datos 10 a 1F, banco {bank}", "Lista con 16 elementos") for bank in range(4)]
-    + [(f"Puerto {port}, bit {bit} {CHECK_OFF}", "Pin de entrada")
+    + [(f"Puerto {port}, bit {bit} {CHECK_OFF_SAID}", "Pin de entrada")
        for port, bits in (("A", 4), ("B", 8), ("C", 8)) for bit in reversed(range(bits))]
-    + [("F, frecuencia de T0CKI en Hz texto", "0 seleccionado", "en hercios"), ("T0CKI", BUTTON),
-       ("Ejec. 1", BUTTON, "F7 y F8"), ("Ejecutar", BUTTON), ("MCLR", BUTTON), ("POR", BUTTON),
-       ("Programa Visible casilla de verificación marcada",), (f"WDT / 128, watchdog {CHECK_OFF}",),
-       (f"SLEEP {CHECK_OFF}",), ("PIC, dispositivo caja combinada", "16C57"),
-       ("Frecuencia texto", "4000 seleccionado", "en kilohercios"), ("Fin", BUTTON)])
+    + [("F, frecuencia de T0CKI en Hz texto", "0 seleccionado", "en hercios"), ("T0CKI", BUTTON_SAID),
+       ("Ejec. 1", BUTTON_SAID, "F7 y F8"), ("Ejecutar", BUTTON_SAID), ("MCLR", BUTTON_SAID), ("POR", BUTTON_SAID),
+       ("Programa Visible casilla de verificación marcada",), (f"WDT / 128, watchdog {CHECK_OFF_SAID}",),
+       (f"SLEEP {CHECK_OFF_SAID}",), ("PIC, dispositivo caja combinada", "16C57"),
+       ("Frecuencia texto", "4000 seleccionado", "en kilohercios"), ("Fin", BUTTON_SAID)])
 
 # Address and word of the program, and what is heard when the instruction is executed.
 PROGRAM = [
@@ -156,14 +156,14 @@ def in_order(heard, fragments):
 
 def has_focus(node):
     try:
-        return node.clase != "list item" and "focused" in node.estados
+        return node.role != "list item" and "focused" in node.states
     except GLib.Error:
         return False  # a line of a list that has been replaced since
 
 
-class Session(screen_reader.Sesion):
+class Session(screen_reader.Session):
     def __init__(self, program, folder, aloud):
-        self.folder, self.aloud, self.mark, self.foco = folder, aloud, 0, None
+        self.folder, self.aloud, self.mark, self.focus = folder, aloud, 0, None
         self.wrong = []
         self.environment = {
             "PATH": "/usr/bin:/bin", "HOME": folder, "XDG_RUNTIME_DIR": folder, "LANG": "C.UTF-8", "LANGUAGE": "es",
@@ -175,23 +175,23 @@ class Session(screen_reader.Sesion):
 
     def start_desktop(self):
         environment = self.environment
-        _, display = screen_reader.arranca_y_lee(
+        _, display = screen_reader.start_and_read(
             ["Xvfb", "-displayfd", "{fd}", "-screen", "0", "1500x950x24", "-nolisten", "tcp", "-noreset", "-r"],
             environment)
         environment["DISPLAY"] = ":" + display
-        _, bus = screen_reader.arranca_y_lee(["dbus-daemon", "--session", "--nofork",
+        _, bus = screen_reader.start_and_read(["dbus-daemon", "--session", "--nofork",
                                        f"--address=unix:path={self.folder}/bus", "--print-address={fd}"], environment)
         environment["DBUS_SESSION_BUS_ADDRESS"] = bus
-        address = self.conecta(bus).call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+        address = self.connect(bus).call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
                                               Gio.DBusCallFlags.NONE, WAIT_S * 1000, None).unpack()[0]
-        Nodo.bus = self.conecta(address)
-        self.con_foco = collections.deque()
-        Nodo.bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
-                                  Gio.DBusSignalFlags.NONE, self.ha_cambiado)
-        Nodo("org.a11y.atspi.Registry", "/org/a11y/atspi/registry").llama(
+        Node.bus = self.connect(address)
+        self.focused = collections.deque()
+        Node.bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
+                                  Gio.DBusSignalFlags.NONE, self.state_changed)
+        Node("org.a11y.atspi.Registry", "/org/a11y/atspi/registry").call(
             "org.a11y.atspi.Registry", "RegisterEvent",
             GLib.Variant("(sass)", ("object:state-changed:focused", [], "")))
-        screen_reader.arranca(["openbox"], environment)
+        screen_reader.start(["openbox"], environment)
         self.keyboard = Keyboard(environment["DISPLAY"])
 
     def start_orca(self):
@@ -199,19 +199,20 @@ class Session(screen_reader.Sesion):
         with open(f"{self.folder}/orca.log", "w") as log:
             subprocess.Popen(["/usr/bin/python3", str(HERE / "orca_recorder.py")], pass_fds=[writes],
                              env=dict(self.environment, ORCA_RECORDER_FD=str(writes)),
-                             preexec_fn=screen_reader.muere_con_el_padre, stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+                             preexec_fn=screen_reader.die_with_the_parent, stdin=subprocess.DEVNULL, stdout=log,
+                             stderr=log)
         os.close(writes)
         self.ear = Ear(reads, self.aloud)
         self.hears("Lector de pantalla activado")
 
     def start_program(self, program):
-        self.programa = screen_reader.arranca([program], self.environment)
-        root = Nodo("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
-        self.aplicacion = espera("the program in the registry", lambda: [
-            one for one in root.hijos if one.nombre == "estructura"])[0]
-        self.ventana = espera("its window", lambda: self.aplicacion.hijos)[0]
+        self.program = screen_reader.start([program], self.environment)
+        root = Node("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+        self.application = wait_for("the program in the registry", lambda: [
+            one for one in root.children if one.name == "estructura"])[0]
+        self.window = wait_for("its window", lambda: self.application.children)[0]
         self.hears("Estructura marco")
-        self.lee()
+        self.read_tree()
 
     # --- Doing ---
 
@@ -224,23 +225,23 @@ class Session(screen_reader.Sesion):
         for letter in text:
             held = [SHIFT] if letter == "_" else []
             self.keyboard.press({"\n": ENTER}.get(letter, ord(letter)), *held)
-        espera(f"{text!r} typed", lambda: text in box.texto)
+        wait_for(f"{text!r} typed", lambda: text in box.text)
 
-    def tabula(self):
-        self.con_foco.clear()
+    def press_tab(self):
+        self.focused.clear()
         self.press(TAB)
-        before = self.foco
-        self.foco = espera("the focus elsewhere", lambda: next(
-            (node for node in list(self.con_foco) if node != before and has_focus(node)), None))
-        return self.foco
+        before = self.focus
+        self.focus = wait_for("the focus elsewhere", lambda: next(
+            (node for node in list(self.focused) if node != before and has_focus(node)), None))
+        return self.focus
 
     def tab_to(self, role, name, *fragments):
         """As often as is needed, twice round at the most; then it must be heard."""
-        wanted = self.el(role, name)
+        wanted = self.find(role, name)
         # The event of the focus that is there already may still be on its way.
-        self.foco = next((node for nodes in self.nodos.values() for node in nodes if has_focus(node)), None)
+        self.focus = next((node for nodes in self.nodes.values() for node in nodes if has_focus(node)), None)
         for _ in range(2 * len(STOPS)):
-            if self.tabula() == wanted:
+            if self.press_tab() == wanted:
                 return self.hears(*fragments)
         raise TimeoutError(f"Tab never comes to {name!r}")
 
@@ -273,19 +274,19 @@ def every_stop_of_the_tab_key_is_said(session):
 def a_hex_file_is_loaded(session):
     path = pathlib.Path(session.folder) / "programa.hex"
     path.write_text(hex_file())
-    session.tab_to(BOTON, "Cargar HEX", "Cargar HEX", "Carga un fichero HEX")
+    session.tab_to(BUTTON, "Cargar HEX", "Cargar HEX", "Carga un fichero HEX")
     session.press(SPACE)
     session.hears("Abrir diálogo", "Nombre del fichero: texto")
-    dialog = espera("the dialog", lambda: [one for one in session.aplicacion.hijos if one != session.ventana])[0]
-    box = next(node for role, node in dialog.recorre() if role == TEXTO)
+    dialog = wait_for("the dialog", lambda: [one for one in session.application.children if one != session.window])[0]
+    box = next(node for role, node in dialog.walk() if role == TEXT_BOX)
     session.type_into(box, str(path))
     session.press(ENTER)
-    session.hears("Estructura marco", "Cargar HEX " + BUTTON, "Carga un fichero HEX",
+    session.hears("Estructura marco", "Cargar HEX " + BUTTON_SAID, "Carga un fichero HEX",
                   f"Programa de {len(PROGRAM)} palabras, fichero HEX programa.hex.")
 
 
 def a_line_of_a_list_says_its_value_as_it_is_now(session):
-    session.tab_to(LISTA, "Registros", "Registros", "Lista con 6 elementos", "Valores de los registros")
+    session.tab_to(LIST, "Registros", "Registros", "Lista con 6 elementos", "Valores de los registros")
     session.press(DOWN)
     session.hears("PC, valor 7FF")
     session.press(DOWN)
@@ -300,7 +301,7 @@ def a_line_of_a_list_says_its_value_as_it_is_now(session):
 
 
 def a_step_says_what_it_changed(session):
-    session.tab_to(BOTON, "Ejec. 1", "Ejec. 1 " + BUTTON, "Teclas F7 y F8")
+    session.tab_to(BUTTON, "Ejec. 1", "Ejec. 1 " + BUTTON_SAID, "Teclas F7 y F8")
     keys = [(SPACE,), (F7,), (F8,), (ord("1"), ALT)]
     for i, (_, _, sentence) in enumerate(PROGRAM[2:]):
         session.press(*keys[i % len(keys)])
@@ -309,7 +310,7 @@ def a_step_says_what_it_changed(session):
 
 
 def a_pin_says_its_port_its_bit_and_its_state(session):
-    session.tab_to(CASILLA, "Puerto A, bit 3", "Puerto A, bit 3 " + CHECK_OFF, "Pin de entrada")
+    session.tab_to(CHECK_BOX, "Puerto A, bit 3", "Puerto A, bit 3 " + CHECK_OFF_SAID, "Pin de entrada")
     session.press(SPACE)
     session.hears("marcada")
     session.said_nothing_but("marcada")
@@ -320,7 +321,7 @@ def a_pin_says_its_port_its_bit_and_its_state(session):
 def a_breakpoint_says_where_it_is(session):
     session.press(F9)
     session.hears("Punto de parada en 00C.")
-    session.tab_to(LISTA, "Memoria de programa", "Memoria de programa", "2048 elementos", "Una línea por dirección")
+    session.tab_to(LIST, "Memoria de programa", "Memoria de programa", "2048 elementos", "Una línea por dirección")
     session.press(DOWN)
     session.hears("dirección 00D, código A0C, GOTO 00C")
     session.press(UP)
@@ -338,44 +339,44 @@ def a_run_says_only_that_it_starts_and_stops(session):
     """The program changes the pins all the time; nobody wants to hear that."""
     session.press(F5)
     session.hears("En marcha.")
-    cycles, seen = session.el(ROTULO, "Ciclos transcurridos"), set()
-    espera("the run painted thirty times", lambda: seen.add(cycles.texto) or len(seen) >= 30)
+    cycles, seen = session.find(LABEL, "Ciclos transcurridos"), set()
+    wait_for("the run painted thirty times", lambda: seen.add(cycles.text) or len(seen) >= 30)
     session.said_nothing_but("En marcha.")
     session.press(F5)
     session.hears("Parado, ", "Puerto B ")
     # The reader is told of the pins afterwards.
-    states = {bit: "checked" in session.el(CASILLA, f"Puerto B, bit {bit}").estados for bit in range(8)}
+    states = {bit: "checked" in session.find(CHECK_BOX, f"Puerto B, bit {bit}").states for bit in range(8)}
     if not any(states.values()):
         session.wrong.append("the run left every pin of port B at 0: it is to be made one that does not")
 
 
 def an_assembly_error_is_read_with_its_line(session):
-    source = session.el(TEXTO, "Código fuente")
-    session.tab_to(TEXTO, "Código fuente", "CÓDIGO FUENTE texto", "Programa en ensamblador")
+    source = session.find(TEXT_BOX, "Código fuente")
+    session.tab_to(TEXT_BOX, "Código fuente", "CÓDIGO FUENTE texto", "Programa en ensamblador")
     session.type_into(source, "nop\nmovlx 5\n")
-    session.tab_to(BOTON, "Ensamblar", "Ensamblar " + BUTTON, "Ensambla el código fuente")
+    session.tab_to(BUTTON, "Ensamblar", "Ensamblar " + BUTTON_SAID, "Ensambla el código fuente")
     session.press(SPACE)
-    session.hears("alerta Estructura", "Instrucción incorrecta.", "Aceptar " + BUTTON)
+    session.hears("alerta Estructura", "Instrucción incorrecta.", "Aceptar " + BUTTON_SAID)
     session.press(ENTER)
     session.hears("movlx 5", "seleccionado")
 
 
 def an_assembly_says_how_long_the_program_is(session):
-    source = session.el(TEXTO, "Código fuente")
-    espera("the source with the keys", lambda: "active" in session.ventana.estados and "focused" in source.estados)
+    source = session.find(TEXT_BOX, "Código fuente")
+    wait_for("the source with the keys", lambda: "active" in session.window.states and "focused" in source.states)
     session.press(ord("a"), CTRL)
     session.type_into(source, "clrw\n")
-    espera("the former source gone", lambda: "movlx" not in source.texto)
-    session.tab_to(BOTON, "Ensamblar", "Ensamblar " + BUTTON, "Ensambla el código fuente")
+    wait_for("the former source gone", lambda: "movlx" not in source.text)
+    session.tab_to(BUTTON, "Ensamblar", "Ensamblar " + BUTTON_SAID, "Ensambla el código fuente")
     session.press(SPACE)
     session.hears("Programa de 1 palabra.")
 
 
 def the_box_at_the_end_is_read(session):
     session.press(ord("f"), ALT)
-    session.hears("alerta Estructura", "Ha sido modificado.\n¿Desea salvarlo?", "Sí " + BUTTON)
+    session.hears("alerta Estructura", "Ha sido modificado.\n¿Desea salvarlo?", "Sí " + BUTTON_SAID)
     session.press(ESCAPE)
-    session.hears("Estructura marco", "Fin " + BUTTON)
+    session.hears("Estructura marco", "Fin " + BUTTON_SAID)
 
 
 SCENES = [every_stop_of_the_tab_key_is_said, a_hex_file_is_loaded, a_line_of_a_list_says_its_value_as_it_is_now,
@@ -398,9 +399,9 @@ def main():
         print(f"{absent} is missing: see packages.txt")
         return 77
     screen_reader.LIBC.prctl(screen_reader.PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
-    screen_reader.ESPERA = WAIT_S
+    screen_reader.WAIT_S = WAIT_S
     for one in (signal.SIGALRM, signal.SIGTERM, signal.SIGINT):
-        signal.signal(one, screen_reader.fuera_de_tiempo)
+        signal.signal(one, screen_reader.out_of_time)
     signal.alarm(LIMIT_S)
     wrong, session, scene = [], None, "start"
     with tempfile.TemporaryDirectory(prefix="orca-") as folder:
@@ -415,7 +416,7 @@ def main():
             wrong.append(f"{scene}: {error!r}")
         finally:
             signal.alarm(0)
-            screen_reader.limpia()
+            screen_reader.clean_up()
     wrong = (session.wrong if session else []) + wrong
     for one in wrong:
         print("  " + one)
