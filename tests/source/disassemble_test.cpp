@@ -166,14 +166,14 @@ TEST(there_and_back, programs_of_another_assembler_through_hex_source_and_hex) {
       {"despertar-12c508.hex", device_index("12C508")},
   });
   int found = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(PROGRAMAS))
+  for (const auto& entry : std::filesystem::directory_iterator(PROGRAMS_FOLDER))
     if (entry.path().extension() == ".hex") ++found;
   EXPECT_EQ(found, static_cast<int>(programs.size())) << "a program that is not named here";
 
   for (const program& p : programs) {
     const temporary_folder folder;
     chipstate chip = chip_of(p.device);
-    const hex_reading read = carga(chip, std::string(PROGRAMAS) + "/" + std::string(p.file));
+    const hex_reading read = carga(chip, std::string(PROGRAMS_FOLDER) + "/" + std::string(p.file));
     ASSERT_FALSE(read.failed) << p.file;
     ASSERT_TRUE(read.messages.empty()) << p.file;
     ASSERT_NE(chip.progmem[chip.devmodel.progmask], unprogrammed) << p.file;
