@@ -1,34 +1,24 @@
 #include "ui/qt/speech/accessible_source.h"
 
-#include <QAccessibleWidget>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
 
+#include "ui/qt/speech/editable_text.h"
+
 namespace estructura {
 
 namespace {
 
-class accessible_source final : public QAccessibleWidget,
-                                public QAccessibleTextInterface,
-                                public QAccessibleEditableTextInterface {
+class accessible_source final : public editable_text<QAccessibleTextInterface> {
  public:
-  explicit accessible_source(QPlainTextEdit* edit) : QAccessibleWidget(edit, QAccessible::EditableText) {}
-
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    if (type == QAccessible::TextInterface) return static_cast<QAccessibleTextInterface*>(this);
-    if (type == QAccessible::EditableTextInterface)
-      return static_cast<QAccessibleEditableTextInterface*>(this);
-    return QAccessibleWidget::interface_cast(type);
-  }
+  using editable_text::editable_text;
 
   QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
+    QAccessible::State state = text_state(edit().isReadOnly());
     state.editable = !edit().isReadOnly();
-    state.readOnly = edit().isReadOnly();
     state.multiLine = true;
-    state.selectableText = true;
     return state;
   }
 
@@ -42,18 +32,9 @@ class accessible_source final : public QAccessibleWidget,
     return found;
   }
 
-  QString text(QAccessible::Text what) const override {
-    return what == QAccessible::Value ? edit().toPlainText() : QAccessibleWidget::text(what);
-  }
-  void setText(QAccessible::Text what, const QString& text) override {
-    if (what == QAccessible::Value)
-      replaceText(0, characterCount(), text);
-    else
-      QAccessibleWidget::setText(what, text);
-  }
-
   // --- The text ---
 
+  using editable_text::text;
   QString text(int start, int end) const override {
     return stretch(start, end).selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
   }
@@ -71,11 +52,6 @@ class accessible_source final : public QAccessibleWidget,
                           int* end) const override {
     part_around(place_of(offset), boundary, start, end);
     return part_around(*end, boundary, start, end);
-  }
-  QString attributes(int, int* start, int* end) const override {
-    *start = 0;
-    *end = characterCount();
-    return {};
   }
   int cursorPosition() const override { return edit().textCursor().position(); }
   void setCursorPosition(int position) override { edit().setTextCursor(stretch(position, position)); }
@@ -99,19 +75,17 @@ class accessible_source final : public QAccessibleWidget,
     *start = edit().textCursor().selectionStart();
     *end = edit().textCursor().selectionEnd();
   }
-  void addSelection(int start, int end) override { setSelection(0, start, end); }
   void removeSelection(int) override { setCursorPosition(cursorPosition()); }
   void setSelection(int, int start, int end) override { edit().setTextCursor(stretch(start, end)); }
 
   // --- Writing, as the person does: the editor tells it as an edit ---
 
-  void insertText(int offset, const QString& text) override { replaceText(offset, offset, text); }
-  void deleteText(int start, int end) override { replaceText(start, end, {}); }
   void replaceText(int start, int end, const QString& text) override {
     if (!edit().isReadOnly()) stretch(start, end).insertText(text);
   }
 
  private:
+  [[nodiscard]] QString whole_text() const override { return edit().toPlainText(); }
   [[nodiscard]] QPlainTextEdit& edit() const { return *static_cast<QPlainTextEdit*>(widget()); }
 
   [[nodiscard]] QTextCursor stretch(int start, int end) const {

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include <QAccessibleWidget>
 #include <QFontMetrics>
 #include <QLineEdit>
+
+#include "ui/qt/speech/editable_text.h"
 
 namespace estructura {
 
@@ -23,46 +24,21 @@ QString terminating_text::textAtOffset(int offset, QAccessible::TextBoundaryType
 
 namespace {
 
-class accessible_line final : public QAccessibleWidget,
-                              public terminating_text,
-                              public QAccessibleEditableTextInterface {
+class accessible_line final : public editable_text<terminating_text> {
  public:
-  explicit accessible_line(QLineEdit* line) : QAccessibleWidget(line, QAccessible::EditableText) {}
-
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    if (type == QAccessible::TextInterface) return static_cast<QAccessibleTextInterface*>(this);
-    if (type == QAccessible::EditableTextInterface)
-      return static_cast<QAccessibleEditableTextInterface*>(this);
-    return QAccessibleWidget::interface_cast(type);
-  }
+  using editable_text::editable_text;
 
   QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
+    QAccessible::State state = text_state(line().isReadOnly());
     state.editable = true;
-    state.selectableText = true;
-    state.readOnly = line().isReadOnly();
     return state;
-  }
-
-  QString text(QAccessible::Text what) const override {
-    return what == QAccessible::Value ? line().text() : QAccessibleWidget::text(what);
-  }
-  void setText(QAccessible::Text what, const QString& text) override {
-    if (what == QAccessible::Value)
-      replaceText(0, characterCount(), text);
-    else
-      QAccessibleWidget::setText(what, text);
   }
 
   // --- The text ---
 
+  using editable_text::text;
   QString text(int start, int end) const override { return line().text().mid(start, end - start); }
   int characterCount() const override { return static_cast<int>(line().text().size()); }
-  QString attributes(int, int* start, int* end) const override {
-    *start = 0;
-    *end = characterCount();
-    return {};
-  }
   int cursorPosition() const override { return line().cursorPosition(); }
   void setCursorPosition(int position) override { line().setCursorPosition(position); }
   QRect characterRect(int offset) const override {
@@ -84,14 +60,11 @@ class accessible_line final : public QAccessibleWidget,
     *start = std::max(0, line().selectionStart());
     *end = line().hasSelectedText() ? line().selectionEnd() : *start;
   }
-  void addSelection(int start, int end) override { setSelection(0, start, end); }
   void removeSelection(int) override { line().deselect(); }
   void setSelection(int, int start, int end) override { line().setSelection(start, end - start); }
 
   // --- Writing, as the person does: the line tells it as an edit ---
 
-  void insertText(int offset, const QString& text) override { replaceText(offset, offset, text); }
-  void deleteText(int start, int end) override { replaceText(start, end, {}); }
   void replaceText(int start, int end, const QString& text) override {
     if (line().isReadOnly()) return;
     QString all = line().text();
@@ -99,6 +72,7 @@ class accessible_line final : public QAccessibleWidget,
   }
 
  private:
+  [[nodiscard]] QString whole_text() const override { return line().text(); }
   [[nodiscard]] QLineEdit& line() const { return *static_cast<QLineEdit*>(widget()); }
 };
 
