@@ -13,8 +13,8 @@
 //     skip, jump  |  one more of each                        `second`
 //     write PCL   |  one more cycle, which no tick sees      `untimed`
 //
-// They are settled where somebody reads or writes one of them: TMR0 read or written, CLRWDT, the end.
-// `ticks_now` and `cycles_now` say how far the clock stands, `ticks_settled` and `cycles_settled` how much
+// They are counted where somebody reads or writes one of them: TMR0 read or written, CLRWDT, the end.
+// `ticks_now` and `cycles_now` say how far the clock stands, `ticks_counted` and `cycles_counted` how much
 // of that has been handed on.
 //
 // The horizon says how many steps may pass before anything happens that one of them would have to notice:
@@ -58,7 +58,7 @@ namespace estructura {
 
 namespace {
 
-[[gnu::noinline]] void settle_cycles(chipstate& chip, std::int64_t count) {
+[[gnu::noinline]] void count_cycles(chipstate& chip, std::int64_t count) {
   constexpr std::int64_t cycles_modulus = 1'000'000'000;
   constexpr std::int64_t greatest = std::numeric_limits<std::int32_t>::max();
   const std::int64_t cycles = chip.cycles + count;
@@ -116,8 +116,8 @@ struct stretch_memory {
   std::int64_t planned = 0;
   std::int64_t second = 0;
   std::int64_t untimed = 0;
-  std::int64_t ticks_settled = 0;
-  std::int64_t cycles_settled = 0;
+  std::int64_t ticks_counted = 0;
+  std::int64_t cycles_counted = 0;
   std::int64_t pcl_kept = -1;  ///< the last step, from 0, that left PCL another than `pc`'s low byte
   std::size_t left_from = 0;   ///< the address from which the last step left the device's memory, if it has
   // Between two chains of steps.
@@ -170,7 +170,7 @@ class stretch final : public processor<stretch> {
   std::int64_t finish(trail& seen) {
     const std::int64_t steps = done();
     if (steps == 0) return 0;
-    settle();
+    count_rest();
     if (memory_.pcl_kept != steps - 1) chip_.regs.cells[reg_pcl] = static_cast<std::int16_t>(pc_ & 255);
     store();
     tell(seen);
@@ -212,21 +212,21 @@ class stretch final : public processor<stretch> {
   [[gnu::always_inline]] void untimed_cycle() { ++memory_.untimed; }
   [[gnu::always_inline]] void at_timer() {
     const std::int64_t ticks_now = done() + memory_.second;
-    tmrticks(chip_, ticks_now - memory_.ticks_settled);
-    memory_.ticks_settled = ticks_now;
+    tmrticks(chip_, ticks_now - memory_.ticks_counted);
+    memory_.ticks_counted = ticks_now;
   }
   [[gnu::always_inline]] void clrwdt() {
     const std::int64_t cycles_now = done() + memory_.second + memory_.untimed + 1;
-    settle_cycles(chip_, cycles_now - memory_.cycles_settled);
-    memory_.cycles_settled = cycles_now;
+    count_cycles(chip_, cycles_now - memory_.cycles_counted);
+    memory_.cycles_counted = cycles_now;
     chip_.tolatch = 1;
     chip_.wdtcount = 0;
     status_written();
   }
-  [[gnu::always_inline]] void settle() {
+  [[gnu::always_inline]] void count_rest() {
     const std::int64_t ticks_now = done() + memory_.second;
-    tmrticks(chip_, ticks_now - memory_.ticks_settled);
-    settle_cycles(chip_, ticks_now + memory_.untimed - memory_.cycles_settled);
+    tmrticks(chip_, ticks_now - memory_.ticks_counted);
+    count_cycles(chip_, ticks_now + memory_.untimed - memory_.cycles_counted);
   }
 
   // --- what stays in memory ---
@@ -389,7 +389,7 @@ bool idles(const chipstate& chip) {
 void idle(chipstate& chip, trail& seen, std::int64_t steps) {
   constexpr int cycles_a_step = 2;
   tmrticks(chip, steps * cycles_a_step);
-  settle_cycles(chip, steps * cycles_a_step);
+  count_cycles(chip, steps * cycles_a_step);
   chip.regs[reg_pcl] = static_cast<std::int16_t>(chip.cpu.pc & 255);
   seen.refreshed = true;
 }

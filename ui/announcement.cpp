@@ -137,7 +137,6 @@ std::vector<int> places_of_change(const Array& before, const Array& after) {
 }
 
 std::string instruction_at(const view_reading& reading, int address) {
-  constexpr std::uint16_t unprogrammed = 0xFFFF;
   if (reading.program[address] == unprogrammed) return "sin programar";
   chipstate chip{};
   chip.progmem = reading.program;
@@ -153,7 +152,6 @@ void tell_program(const view_reading& before, const view_reading& after, std::ve
     told.push_back("dirección " + hexstr(address, 3) + " " + instruction_at(after, address));
     return;
   }
-  constexpr std::uint16_t unprogrammed = 0xFFFF;
   const auto words =
       after.program.size() - std::count(after.program.begin(), after.program.end(), unprogrammed);
   told.push_back(words == 0   ? "programa borrado"

@@ -96,7 +96,7 @@ class Estructura final : private run_listener, private event_sink, private panel
 
   // --- For tests: the machine changed from outside, with no refresh until asked for ---
 
-  /// The machine's state, open to change, after everything owed so far has been worked out.
+  /// The machine's state, open to change, after everything put off so far has been worked out.
   [[nodiscard]] chipstate& poke();
   void refresh();
 
