@@ -35,17 +35,17 @@ function nativeStepsPerSecond() {
 
 /** Runs in the page: yields in a second of a run, frames shown, and how long clicks waited. */
 async function measure() {
-  const { door } = window.estructura;
+  const { program } = window.estructura;
   const clicks = [];
   let frames = 0;
   let going = true;
   const frame = () => { ++frames; if (going) requestAnimationFrame(frame); };
   requestAnimationFrame(frame);
-  const before = door.call('yields');
+  const before = program.call('yields');
   const from = performance.now();
   while (performance.now() - from < 1000) await new Promise((resolve) => setTimeout(resolve, 20));
   const seconds = (performance.now() - from) / 1000;
-  const steps = door.call('yields') - before;
+  const steps = program.call('yields') - before;
   going = false;
   return { perSecond: steps / seconds, frames: frames / seconds, clicks };
 }

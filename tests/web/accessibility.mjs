@@ -54,7 +54,7 @@ for (const state of Object.keys(states)) {
     tell(`${state}${dark ? ', dark' : ''}`, await findings(page));
     ++looked;
   }
-  if (process.argv[3] !== '--sin-nombres' && ['program', 'small', 'listing'].includes(state)) tell(state, await misnamed(page));
+  if (process.argv[3] !== '--without-names' && ['program', 'small', 'listing'].includes(state)) tell(state, await misnamed(page));
   tell(state, page.problems);
   await page.close();
 }

@@ -15,7 +15,7 @@ import { openChromium, openPage } from './browsers.mjs';
 
 const file = process.argv[2];
 const inPage = readFileSync(join(dirname(fileURLToPath(import.meta.url)), 'in_page.js'), 'utf8');
-const downloads = mkdtempSync(join(tmpdir(), 'guion-descargas-'));
+const downloads = mkdtempSync(join(tmpdir(), 'guion-downloads-'));
 let browser;
 let page;
 let protocol;
@@ -23,8 +23,8 @@ let finished = [];
 
 const look = (name, ...parameters) =>
   page.evaluate((called, given) => window.look[called](...given), name, parameters);
-const door = (name, ...parameters) =>
-  page.evaluate((called, given) => window.estructura.door[called](...given), name, parameters);
+const program = (name, ...parameters) =>
+  page.evaluate((called, given) => window.estructura.program[called](...given), name, parameters);
 
 async function start() {
   browser = await openChromium();
@@ -125,11 +125,11 @@ const actions = {
   },
   focus: (name) => look('focus', name),
   press_map: (y) => pressMap(Number(y)),
-  close: () => door('act', 'close'),
-  refresh: () => door('act', 'refresh'),
+  close: () => program('act', 'close'),
+  refresh: () => program('act', 'refresh'),
   answer: async (answer) => press(await placeIn(`dialog [data-answer=${answer}]`)),
   choose,
-  resume: () => page.evaluate(() => window.estructura.door.resume(0)),
+  resume: () => page.evaluate(() => window.estructura.program.resume(0)),
 };
 
 /** Nothing takes so long, unless it has no end. */
@@ -141,7 +141,7 @@ async function soon(promise, problem) {
 }
 
 async function act(name, [pause, ...parameters]) {
-  await door('call', 'pause_after', Number(pause));
+  await program('call', 'pause_after', Number(pause));
   await actions[name](...parameters);
   const told = await soon(look('still'), 'the page does not come to rest');
   if (page.problems.length > 0) throw new Error(page.problems.splice(0).join('\n'));
@@ -166,22 +166,22 @@ const lookers = {
   ended: async () => [String(await look('ended'))],
   clipboard: async () => [(await page.evaluate(() => navigator.clipboard.readText())).replace(/\r\n|\r|\n/g, '\r\n')],
   set_clipboard: async (text) => { await setClipboard(text); return []; },
-  documents: async () => (await door('ask', 'documents')).split('\n'),
+  documents: async () => (await program('ask', 'documents')).split('\n'),
   machine: async () => [Buffer.from(await page.evaluate(() => {
-    const { door: behind } = window.estructura;
+    const { program: behind } = window.estructura;
     const at = behind.call('machine');
     return btoa(String.fromCharCode(...behind.memory.slice(at, at + behind.call('machine_size'))));
   }), 'base64')],
   set_machine: async (bytes) => {
     await page.evaluate((text) => {
-      const { door: behind } = window.estructura;
+      const { program: behind } = window.estructura;
       behind.memory.set(Uint8Array.from(atob(text), (letter) => letter.charCodeAt(0)), behind.call('machine'));
     }, bytes.toString('base64'));
     return [];
   },
   mirror: async (...files) => {
     await page.evaluate((list) => {
-      const FS = window.estructura.door.files;
+      const FS = window.estructura.program.files;
       // The devices of the machine that a script names.
       for (const name of ['zero', 'full'])
         if (!FS.analyzePath(`/dev/${name}`).exists) FS.createDevice('/dev', name, () => 0, () => {});

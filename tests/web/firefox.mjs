@@ -9,7 +9,7 @@ import puppeteer from 'puppeteer-core';
 import { addressOf } from './browsers.mjs';
 import { control, load, press, step, still } from './states.mjs';
 
-const scratch = mkdtempSync(join(tmpdir(), 'pagina-'));
+const scratch = mkdtempSync(join(tmpdir(), 'page-'));
 const browser = await puppeteer.launch({
   browser: 'firefox',
   executablePath: process.env.FIREFOX ?? '/usr/bin/firefox-esr',

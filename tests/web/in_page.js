@@ -75,7 +75,7 @@ window.look = (() => {
   }
 
   return {
-    update() { window.estructura.door.update(); },
+    update() { window.estructura.program.update(); },
     read(name) {
       this.update();
       const [whole, element] = [root(name), field(name)];
@@ -144,12 +144,12 @@ window.look = (() => {
     async still() {
       // Events that the browser owes come first.
       await new Promise((resolve) => setTimeout(resolve));
-      const { door } = window.estructura;
-      const kind = await door.still();
+      const { program } = window.estructura;
+      const kind = await program.still();
       const dialog = document.querySelector('dialog[open]');
       const shown = kind === 'box' ? [dialog.dataset.kind, dialog.querySelector('p').textContent.replaceAll('\n', '\r')]
         : kind === 'dialog' ? ['save', 'filter', 'extension', 'proposed'].map((part) => dialog.dataset[part]) : [];
-      return [kind, door.actions, door.call('yields'), window.beeps, ...shown].map(String);
+      return [kind, program.actions, program.call('yields'), window.beeps, ...shown].map(String);
     },
   };
 })();

@@ -10,7 +10,7 @@ import { addressOf, openChromium, openPage } from './browsers.mjs';
 import { control, load, press, step, still } from './states.mjs';
 
 const file = process.argv[2];
-const scratch = mkdtempSync(join(tmpdir(), 'pagina-'));
+const scratch = mkdtempSync(join(tmpdir(), 'page-'));
 const browser = await openChromium();
 const source = `${control('source')} textarea`;
 

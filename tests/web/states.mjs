@@ -12,7 +12,7 @@ export const control = (name) => `[data-name="${name}"]`;
 export async function still(page) {
   await page.evaluate(async () => {
     await new Promise((resolve) => setTimeout(resolve));
-    await window.estructura.door.still();
+    await window.estructura.program.still();
     await new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve)));
   });
 }

@@ -108,9 +108,9 @@ EMSCRIPTEN_KEEPALIVE void estructura_close() {
   act([](Estructura& window) { window.close_request(); });
 }
 
-/// Works out what is owed to the eye, which may end in the box of a fault: so it is an action, and the
-/// changes are asked for when it has ended.
-EMSCRIPTEN_KEEPALIVE void estructura_settle() {
+/// Works out what is put off until somebody looks, which may end in the box of a fault: so it is an action,
+/// and the changes are asked for when it has ended.
+EMSCRIPTEN_KEEPALIVE void estructura_bring_up_to_date() {
   act([](Estructura& window) { window.bring_up_to_date(); });
 }
 

@@ -1,6 +1,6 @@
 // The elements of the page, one for each control of the program's inventory, by its kind.
 //
-//   const controls = buildControls(inventory, door, root);
+//   const controls = buildControls(inventory, program, root);
 //   controls[place].apply({ text: '1', enabled: true });
 //   controls.named('eje1').field.focus();
 //
@@ -16,13 +16,13 @@ import { ProgramMap } from './map.js';
 class Button {
   #caption = document.createElement('span');
 
-  constructor(control, door) {
+  constructor(control, program) {
     const button = document.createElement('button');
     button.type = 'button';
     const picture = pictureOf(control.name);
     if (picture) button.append(picture);
     button.append(this.#caption);
-    button.addEventListener('click', () => door.act('click', control.which, control.index));
+    button.addEventListener('click', () => program.act('click', control.which, control.index));
     this.root = button;
     this.field = button;
   }
@@ -34,7 +34,7 @@ class Mark {
   #caption = document.createElement('span');
   #text = null;
 
-  constructor(control, door) {
+  constructor(control, program) {
     const label = document.createElement('label');
     const field = document.createElement('input');
     field.type = control.kind === 'check' ? 'checkbox' : 'radio';
@@ -42,7 +42,7 @@ class Mark {
     label.className = 'mark';
     label.append(field, this.#caption);
     field.addEventListener('change', () => {
-      door.act('click', control.which, control.index);
+      program.act('click', control.which, control.index);
       control.members.forEach((member) => member.apply({}));
     });
     field.addEventListener('keydown', (event) => {
@@ -63,7 +63,7 @@ class Mark {
 class Label {
   #chars = 0;
 
-  constructor(control, door) {
+  constructor(control, program) {
     // A value is read with its name, and is not told by itself whenever it changes.
     const label = document.createElement(control.isTitle ? 'span' : 'output');
     if (!control.isTitle) label.setAttribute('aria-live', 'off');
@@ -71,7 +71,7 @@ class Label {
     this.content = document.createElement('span');
     this.content.append('');
     label.append(this.content);
-    if (control.name === 'ciclos') label.addEventListener('dblclick', () => door.act('dblclick', control.which, 0));
+    if (control.name === 'ciclos') label.addEventListener('dblclick', () => program.act('dblclick', control.which, 0));
     this.root = label;
     this.field = label;
   }
@@ -88,10 +88,10 @@ class Label {
 }
 
 class Choice {
-  constructor(control, door) {
+  constructor(control, program) {
     const field = document.createElement('select');
     field.addEventListener('change', () => {
-      door.actWithText('pick', control.which, field.value);
+      program.actWithText('pick', control.which, field.value);
       control.apply({});
     });
     // A key over the closed list would change the device, and forget what is unsaved, of someone who only wants to go
@@ -116,7 +116,7 @@ class Choice {
 class Frame {
   #title = document.createElement('h2');
 
-  constructor(control, door, element) {
+  constructor(control, program, element) {
     element.setAttribute('role', 'group');
     element.prepend(this.#title);
     this.root = element;
@@ -144,8 +144,8 @@ class Control {
     Object.assign(this, declared, { place, id: `c${place}`, members: [this] });
   }
 
-  build(door, element) {
-    this.view = new (makerOf(this))(this, door, element);
+  build(program, element) {
+    this.view = new (makerOf(this))(this, program, element);
     const { root, field } = this.view;
     root.dataset.name = this.name;
     root.id ||= this.id;
@@ -186,7 +186,7 @@ function companionsOf(name, root) {
   return root.querySelectorAll(`[data-with="${name}"]`);
 }
 
-export function buildControls(inventory, door, root) {
+export function buildControls(inventory, program, root) {
   const controls = inventory.map((declared, place) => new Control(declared, place));
   const byName = new Map(controls.map((control) => [control.name, control]));
   for (const control of controls) {
@@ -196,15 +196,15 @@ export function buildControls(inventory, door, root) {
     const place = root.querySelector(`[data-control="${CSS.escape(control.name)}"]`);
     const members = root.querySelector(`[data-members="${control.name.replace(/\(.*/, '')}"]`);
     if (control.kind === 'frame') {
-      control.build(door, place);
+      control.build(program, place);
     } else if (place) {
-      const element = control.build(door);
+      const element = control.build(program);
       element.classList.add(...place.classList);
       place.replaceWith(element);
     } else if (members) {
       // Bit 7 stands leftmost, as in the binary views.
-      if (members.dataset.order === 'down') members.prepend(control.build(door));
-      else members.append(control.build(door));
+      if (members.dataset.order === 'down') members.prepend(control.build(program));
+      else members.append(control.build(program));
     } else {
       throw new Error(`the template has no place for ${control.name}`);
     }

@@ -1,7 +1,7 @@
 // The source: a plain text area, which screen readers and telephones know, with its text
 // drawn beneath it in colours, line numbers at its left, and the line with the error marked.
 //
-//   const editor = new Editor(control, door);
+//   const editor = new Editor(control, program);
 //   editor.show(record);
 //
 // What the program changes in the text can be undone as what was typed (history.js); another document begins a history
@@ -31,10 +31,10 @@ export class Editor extends TextBox {
   #said = document.createElement('div');
   #saying = 0;
 
-  constructor(control, door) {
+  constructor(control, program) {
     const field = document.createElement('textarea');
     field.wrap = 'off';
-    super(control, door, field);
+    super(control, program, field);
     const root = document.createElement('div');
     root.className = 'source';
     this.#numbers = this.#beneath('numbers');
@@ -212,7 +212,7 @@ export class Editor extends TextBox {
   #readingOf(text) {
     let known = this.#read.get(text);
     if (!known) {
-      known = JSON.parse(this.door.askWithText('highlight', text));
+      known = JSON.parse(this.program.askWithText('highlight', text));
       this.#read.set(text, known);
     }
     return known;

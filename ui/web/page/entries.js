@@ -1,7 +1,7 @@
 // Text boxes: those of one line, the listing, and what they have in common with the source (editor.js). The text and
-// the selection are the record's; what the person did goes through the door.
+// the selection are the record's; what the person did goes through the program.
 //
-//   const box = new Entry(control, door);
+//   const box = new Entry(control, program);
 //   box.show(record);
 //   box.sync();         the caret may have moved since: the record is told
 
@@ -10,9 +10,9 @@ import { shown, recorded, unitOfChar, charOfUnit } from './text.js';
 export class TextBox {
   #shownSelections = 0;
 
-  constructor(control, door, field) {
+  constructor(control, program, field) {
     this.control = control;
-    this.door = door;
+    this.program = program;
     this.field = field;
     this.root = field;
     field.spellcheck = false;
@@ -25,7 +25,7 @@ export class TextBox {
   typed(text) {
     this.control.record.text = recorded(text);
     const caret = charOfUnit(text, this.field.selectionStart ?? text.length);
-    this.door.actWithText('type', this.control.which, recorded(text), caret);
+    this.program.actWithText('type', this.control.which, recorded(text), caret);
   }
 
   /** Tells the record of a selection that is another than its own. */
@@ -37,7 +37,7 @@ export class TextBox {
     const start = charOfUnit(text, field.selectionStart);
     const length = charOfUnit(text, field.selectionEnd) - start;
     if (start === control.record.start && length === control.record.length) return;
-    this.door.act('select', control.which, start, length);
+    this.program.act('select', control.which, start, length);
   }
 
   show(record) {
@@ -75,13 +75,13 @@ export class TextBox {
 }
 
 export class Entry extends TextBox {
-  constructor(control, door) {
+  constructor(control, program) {
     const field = document.createElement('input');
     field.type = 'text';
     field.className = 'entry';
-    super(control, door, field);
+    super(control, program, field);
     field.addEventListener('keydown', (event) => {
-      if (event.key === 'Enter' && !event.isComposing) door.act('enter', control.which);
+      if (event.key === 'Enter' && !event.isComposing) program.act('enter', control.which);
     });
     // The click that brings the focus selects the whole text where the record says so; it does not undo that.
     field.addEventListener('mousedown', (event) => {
@@ -101,16 +101,16 @@ export class Entry extends TextBox {
 }
 
 export class Listing extends TextBox {
-  constructor(control, door) {
+  constructor(control, program) {
     const field = document.createElement('textarea');
     field.className = 'listing';
     field.readOnly = true;
     field.wrap = 'off';
-    super(control, door, field);
+    super(control, program, field);
     const caret = () => charOfUnit(field.value, field.selectionStart);
-    field.addEventListener('click', () => door.act('click_text', control.which, caret()));
+    field.addEventListener('click', () => program.act('click_text', control.which, caret()));
     field.addEventListener('keyup', () => {
-      if (document.activeElement === field) door.act('keyup_text', control.which, caret());
+      if (document.activeElement === field) program.act('keyup_text', control.which, caret());
     });
   }
 }

@@ -1,24 +1,24 @@
 // What the program needs from the desktop, as the page gives it: boxes, files, clipboard, beep and the end.
 //
-//   const host = makeHost(door, () => files);
+//   const host = makeHost(program, () => files);
 
 import { askBox } from './dialogs.js';
 
 const kinds = ['ok', 'ok-right', 'yesno', 'yesnocancel', 'fault'];
 const answers = ['yes', 'no', 'cancel', 'ok'];
 
-export function makeHost(door, files) {
+export function makeHost(program, files) {
   /** What was copied here, for browsers that keep the clipboard to themselves. */
   let copied = '';
   let sound = null;
   return {
     box: async (kind, text) => {
       // Whoever reads the box sees the page as it stands.
-      door.copy();
+      program.copy();
       return answers.indexOf(await askBox({ kind: kinds[kind], text }));
     },
     chooseFile: async (what) => {
-      door.copy();
+      program.copy();
       return files().choose(what);
     },
     handOver: (chosen, written) => files().handOver(chosen, written),

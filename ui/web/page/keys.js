@@ -1,7 +1,7 @@
 // The keys of the whole page: F5 runs and stops, F7 and F8 step, F9 is the breakpoint, Ctrl+0 clears the cycles, and
 // Alt with the letter that is underlined in a caption presses that button.
 //
-//   listenToKeys(controls, door);
+//   listenToKeys(controls, program);
 
 import { accelerator } from './captions.js';
 
@@ -12,17 +12,17 @@ const buttons = {
   F9: { name: 'break', repeats: false },
 };
 
-export function listenToKeys(controls, door) {
+export function listenToKeys(controls, program) {
   document.addEventListener('keydown', (event) => {
-    if (door.isModal) return;
+    if (program.isModal) return;
     const button = event.altKey || event.ctrlKey || event.metaKey || event.shiftKey ? undefined : buttons[event.key];
     if (button) {
       event.preventDefault();
       // A run would be stopped by the key that has started it.
-      if (button.repeats || !event.repeat) door.act('press', controls.named(button.name).which);
+      if (button.repeats || !event.repeat) program.act('press', controls.named(button.name).which);
     } else if (event.ctrlKey && !event.altKey && !event.shiftKey && event.code === 'Digit0') {
       event.preventDefault();
-      door.act('dblclick', controls.named('ciclos').which, 0);
+      program.act('dblclick', controls.named('ciclos').which, 0);
     } else if (event.altKey && !event.ctrlKey && !event.metaKey && !event.getModifierState('AltGraph')) {
       pressAccelerator(controls, event);
     }

@@ -1,7 +1,7 @@
 // Lists: rows of text in columns, one or several of them selected. The selection is the record's: what the person
-// chooses goes through the door and comes back from there.
+// chooses goes through the program and comes back from there.
 //
-//   const list = new List(control, door);
+//   const list = new List(control, program);
 //   list.show({ rows: [' 000\tC05\tMOVLW 05'], row: 0, selected: [0], face: false }, true);
 //
 // In a list of one selection the arrow keys only walk, and Space or Enter is the click, since a click may take the
@@ -14,7 +14,7 @@ const row_keys = { ArrowUp: -1, ArrowDown: 1, PageUp: -10, PageDown: 10, Home: -
 
 export class List {
   #control;
-  #door;
+  #program;
   #several;
   #rows = [];
   #texts = [];
@@ -32,9 +32,9 @@ export class List {
   /** The line that is to be brought into sight once the list has a size. */
   #unseen = -1;
 
-  constructor(control, door) {
+  constructor(control, program) {
     this.#control = control;
-    this.#door = door;
+    this.#program = program;
     this.#several = control.name === 'MP';
     const root = document.createElement('div');
     root.className = 'list';
@@ -173,7 +173,7 @@ export class List {
     const row = this.#rowOf(event);
     if (row < 0) return;
     if (this.#several && event.detail === 2 && !event.ctrlKey && !event.shiftKey) {
-      this.#door.act('dblclick_row', this.#control.which, this.#control.index, row);
+      this.#program.act('dblclick_row', this.#control.which, this.#control.index, row);
       return;
     }
     this.#cursor = row;
@@ -193,7 +193,7 @@ export class List {
 
   #choose(current, selected) {
     this.#control.byPerson = true;
-    this.#door.actWithNumbers('choose_rows', selected, this.#control.which, this.#control.index, current);
+    this.#program.actWithNumbers('choose_rows', selected, this.#control.which, this.#control.index, current);
     this.#control.byPerson = false;
   }
 
@@ -226,7 +226,7 @@ export class List {
   #pressedOnRow(key) {
     if (this.#cursor < 0) return;
     if (this.#several && key === 'Enter')
-      this.#door.act('dblclick_row', this.#control.which, this.#control.index, this.#cursor);
+      this.#program.act('dblclick_row', this.#control.which, this.#control.index, this.#cursor);
     else
       this.#choose(this.#cursor, [this.#cursor]);
   }

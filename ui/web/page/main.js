@@ -1,6 +1,6 @@
 // The page: it starts the program, shows what the record says and tells it what the person does.
 
-import { Door } from './program.js';
+import { Program } from './program.js';
 import { buildControls } from './controls.js';
 import { ChangeMarks } from './changes.js';
 import { boxIsOpen } from './dialogs.js';
@@ -17,12 +17,12 @@ function bytesOf(base64) {
   return bytes;
 }
 
-const door = new Door();
+const program = new Program();
 let files;
-const program = await door.open(createProgram, bytesOf(data('program')), makeHost(door, () => files));
-files = new PageFiles(program.FS, JSON.parse(data('examples')));
-door.call('watch');
-const controls = buildControls(JSON.parse(door.ask('inventory')), door, document);
+const compiled = await program.open(createProgram, bytesOf(data('program')), makeHost(program, () => files));
+files = new PageFiles(compiled.FS, JSON.parse(data('examples')));
+program.call('watch');
+const controls = buildControls(JSON.parse(program.ask('inventory')), program, document);
 const texts = controls.filter(({ kind }) => kind === 'text');
 const marks = new ChangeMarks(controls);
 const map = controls.named('mapa').view;
@@ -39,7 +39,7 @@ function moveFocus(place) {
   else document.activeElement.blur();
 }
 
-door.onChanges = (changes) => {
+program.onChanges = (changes) => {
   state = changes;
   for (const control of controls) control.running = changes.running;
   // An element that is disabled or hidden with the focus on it passes it on as it likes: the focus moves first.
@@ -71,18 +71,18 @@ const textWithFocus = () => {
   const control = controls[state.focus];
   return control?.kind === 'text' ? control.view : null;
 };
-door.onActionBegins = (name) => {
+program.onActionBegins = (name) => {
   if (name !== 'select' && name !== 'type') textWithFocus()?.sync();
 };
 document.addEventListener('selectionchange', () => {
   const box = textWithFocus();
-  if (box && box.field === document.activeElement && !door.copying) box.sync();
+  if (box && box.field === document.activeElement && !program.copying) box.sync();
 });
 
 document.addEventListener('focusin', (event) => {
   const control = controls.of(event.target);
-  if (!control || door.copying || control.place === state.focus) return;
-  door.act('focus', control.which, control.index);
+  if (!control || program.copying || control.place === state.focus) return;
+  program.act('focus', control.which, control.index);
 });
 // What takes no focus takes it from nobody either.
 document.addEventListener('mousedown', (event) => {
@@ -100,15 +100,15 @@ for (const name of ['dragover', 'drop']) document.addEventListener(name, (event)
 document.addEventListener('drop', async (event) => {
   const [file] = event.dataTransfer.files;
   const button = { hex: 'cargar', asm: 'cargarasm' }[file?.name.toLowerCase().split('.').at(-1)];
-  if (!button || door.isModal) return;
+  if (!button || program.isModal) return;
   files.drop(file.name, new Uint8Array(await file.arrayBuffer()));
-  door.act('click', controls.named(button).which, 0);
+  program.act('click', controls.named(button).which, 0);
 });
 
 document.getElementById('again').addEventListener('click', () => location.reload());
 
-listenToKeys(controls, door);
-door.act('start');
+listenToKeys(controls, program);
+program.act('start');
 document.body.classList.add('ready');
 // What tests may ask of the program behind the page.
-window.estructura = { door, controls, files, state: () => state };
+window.estructura = { program, controls, files, state: () => state };

@@ -1,7 +1,7 @@
 // The map of program memory: its left half by address, yellow where there is a word and blue where there is a
 // breakpoint; in its right half the marker. A press goes to the address at that height.
 //
-//   const map = new ProgramMap(control, door);
+//   const map = new ProgramMap(control, program);
 //   map.showMap({ scale: 2050, words: '0011200', marker: -1 });
 
 const [word, stop] = ['1', '2'];
@@ -18,14 +18,14 @@ export class ProgramMap {
   /** The picture without the marker, which moves in each frame of a run; null: to be painted anew. */
   #sheet = null;
 
-  constructor(control, door) {
+  constructor(control, program) {
     const canvas = document.createElement('canvas');
     canvas.className = 'map';
     canvas.setAttribute('role', 'img');
     canvas.addEventListener('pointerdown', (event) => {
       if (event.button !== 0) return;
       const box = canvas.getBoundingClientRect();
-      door.act('press_map', (event.clientY - box.top) * this.scale / box.height);
+      program.act('press_map', (event.clientY - box.top) * this.scale / box.height);
     });
     new ResizeObserver(() => {
       this.#size = [canvas.clientWidth, canvas.clientHeight];

@@ -1,10 +1,10 @@
 // The program behind the page: its actions, the order in which those that wait go on, and the copying of what they
 // changed.
 //
-//   const door = new Door();
-//   await door.open(createProgram, wasm, host);
-//   door.onChanges = (changes) => { ... };
-//   door.act('click', which, index);
+//   const program = new Program();
+//   await program.open(createProgram, wasm, host);
+//   program.onChanges = (changes) => { ... };
+//   program.act('click', which, index);
 //
 // An action may wait for the person (a box) or give the thread back for a moment (a run). Those that wait end in the
 // reverse order of their beginning, as calls within calls do. While a box is open nothing else is done; a run that
@@ -14,7 +14,7 @@
 const asked = new Set(['box', 'dialog']);
 const modal = new Set([...asked, 'hand-over', 'clipboard']);
 
-export class Door {
+export class Program {
   onChanges = () => {};
   onActionBegins = () => {};
   copying = false;
@@ -89,7 +89,7 @@ export class Door {
   update() {
     if (this.copying || this.isModal) return;
     const before = this.actions;
-    this.#call('settle');
+    this.#call('bring_up_to_date');
     if (this.actions === before) this.copy();
     this.#tell();
   }
