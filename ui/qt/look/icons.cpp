@@ -131,7 +131,7 @@ QIcon control_icon(id which) {
 QIcon program_icon() {
   QIcon picture;
   for (const int side : {16, 22, 24, 32, 48, 64, 128, 256})
-    picture.addFile(QStringLiteral(":/iconos/%1.png").arg(side), QSize(side, side));
+    picture.addFile(QStringLiteral(":/icons/%1.png").arg(side), QSize(side, side));
   return picture;
 }
 

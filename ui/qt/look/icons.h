@@ -1,5 +1,5 @@
 // Pictures of the file buttons, drawn as needed: sharp at any scale, in the palette's colours. And the
-// program's own icon, the same that paquete/ installs.
+// program's own icon, the same that packaging/ installs.
 //
 //   button->setIcon(control_icon(id::cargar));      // an empty icon for a control that has no picture
 #pragma once
