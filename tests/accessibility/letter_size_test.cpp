@@ -21,18 +21,18 @@ namespace estructura {
 namespace {
 
 /// What a widget is asked to show, and the room that it has for it.
-struct medida {
+struct needed_room {
   QSizeF text;
   QSize room;
 };
 
-medida de_rotulo(const QLabel& label) {
+needed_room room_of_label(const QLabel& label) {
   return {{label.fontMetrics().horizontalAdvance(label.text()) * 1.0,
            label.fontMetrics().tightBoundingRect(label.text()).height() * 1.0},
           label.contentsRect().size()};
 }
 
-medida de_boton(const QAbstractButton& button, QStyle::SubElement contents) {
+needed_room room_of_button(const QAbstractButton& button, QStyle::SubElement contents) {
   QStyleOptionButton option;
   option.initFrom(&button);
   QString caption = button.text();
@@ -43,7 +43,7 @@ medida de_boton(const QAbstractButton& button, QStyle::SubElement contents) {
           button.style()->subElementRect(contents, &option, &button).size()};
 }
 
-medida de_linea(const QLineEdit& edit, const QString& longest) {
+needed_room room_of_line(const QLineEdit& edit, const QString& longest) {
   QStyleOptionFrame option;
   option.initFrom(&edit);
   option.lineWidth = edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &edit);
@@ -54,7 +54,7 @@ medida de_linea(const QLineEdit& edit, const QString& longest) {
           room.size() - QSize(2 * margin, 0)};
 }
 
-medida de_combo(const QComboBox& combo) {
+needed_room room_of_combo(const QComboBox& combo) {
   QStyleOptionComboBox option;
   option.initFrom(&combo);
   double width = 0;
@@ -67,7 +67,7 @@ medida de_combo(const QComboBox& combo) {
 }
 
 /// A list of lines without columns: as wide as the longest, and as high as all where none is to be scrolled.
-medida de_lista(const QListView& list) {
+needed_room room_of_list(const QListView& list) {
   const int rows = list.model()->rowCount();
   double width = 0;
   for (int row = 0; row < rows; ++row) {
@@ -82,7 +82,7 @@ medida de_lista(const QListView& list) {
   return {{width, height}, list.viewport()->size()};
 }
 
-std::string falta(const char* what, const QWidget& widget, const medida& found) {
+std::string shortfall(const char* what, const QWidget& widget, const needed_room& found) {
   if (found.text.isEmpty()) return "";
   if (found.text.width() <= found.room.width() && found.text.height() <= found.room.height()) return "";
   return "\n" + std::string(what) + " " + widget.objectName().toStdString() + " needs " +
@@ -97,9 +97,9 @@ bool in_sight(const QWidget& widget) {
   return widget.isVisible();
 }
 
-class letra : public testing::TestWithParam<int> {
+class letter_size : public testing::TestWithParam<int> {
  protected:
-  letra() {
+  letter_size() {
     QFont font = before_;
     font.setPointSize(GetParam());
     QApplication::setFont(font);
@@ -111,7 +111,7 @@ class letra : public testing::TestWithParam<int> {
     window_->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get(), support::hang_ms));
   }
-  ~letra() override {
+  ~letter_size() override {
     host_.set_window(nullptr);
     window_.reset();
     QApplication::setFont(before_);
@@ -143,27 +143,32 @@ class letra : public testing::TestWithParam<int> {
         case kind::label:
           // Names of files are cut on purpose, with an ellipsis.
           if (one.which() != id::FILHEX && one.which() != id::FILASM)
-            all += falta("label", widget, de_rotulo(static_cast<const QLabel&>(widget)));
+            all += shortfall("label", widget, room_of_label(static_cast<const QLabel&>(widget)));
           break;
         case kind::button:
-          all += falta("button", widget,
-                       de_boton(static_cast<const QAbstractButton&>(widget), QStyle::SE_PushButtonContents));
+          all += shortfall(
+              "button", widget,
+              room_of_button(static_cast<const QAbstractButton&>(widget), QStyle::SE_PushButtonContents));
           break;
         case kind::check:
-          all += falta("check box", widget,
-                       de_boton(static_cast<const QAbstractButton&>(widget), QStyle::SE_CheckBoxContents));
+          all += shortfall(
+              "check box", widget,
+              room_of_button(static_cast<const QAbstractButton&>(widget), QStyle::SE_CheckBoxContents));
           break;
         case kind::option:
-          all += falta("option", widget,
-                       de_boton(static_cast<const QAbstractButton&>(widget), QStyle::SE_RadioButtonContents));
+          all += shortfall(
+              "option", widget,
+              room_of_button(static_cast<const QAbstractButton&>(widget), QStyle::SE_RadioButtonContents));
           break;
         case kind::combo:
-          all += falta("combo", widget, de_combo(static_cast<const QComboBox&>(widget)));
+          all += shortfall("combo", widget, room_of_combo(static_cast<const QComboBox&>(widget)));
           break;
-        case kind::list: all += falta("list", widget, de_lista(static_cast<const QListView&>(widget))); break;
+        case kind::list:
+          all += shortfall("list", widget, room_of_list(static_cast<const QListView&>(widget)));
+          break;
         case kind::text:
           if (const auto* const edit = qobject_cast<const QLineEdit*>(&widget))
-            all += falta("box", widget, de_linea(*edit, to_qt(one.text())));
+            all += shortfall("box", widget, room_of_line(*edit, to_qt(one.text())));
           break;
         default: break;
       }
@@ -193,7 +198,7 @@ class letra : public testing::TestWithParam<int> {
   QWidget* panel_ = nullptr;
 };
 
-TEST_P(letra, no_text_is_cut_in_the_smallest_window_on_any_device) {
+TEST_P(letter_size, no_text_is_cut_in_the_smallest_window_on_any_device) {
   window_->resize(window_->least());
   for (const auto& [device, model] : catalogue) {
     record_.pick(id::PIC, device);
@@ -203,7 +208,7 @@ TEST_P(letra, no_text_is_cut_in_the_smallest_window_on_any_device) {
   }
 }
 
-TEST_P(letra, nothing_lies_over_anything_else) {
+TEST_P(letter_size, nothing_lies_over_anything_else) {
   for (const auto& [device, model] : catalogue) {
     record_.pick(id::PIC, device);
     fill();
@@ -211,17 +216,17 @@ TEST_P(letra, nothing_lies_over_anything_else) {
   }
 }
 
-TEST_P(letra, the_window_opens_within_its_screen) {
+TEST_P(letter_size, the_window_opens_within_its_screen) {
   const QSize screen = window_->screen()->availableSize();
   EXPECT_LE(window_->width(), screen.width());
   EXPECT_LE(window_->height(), screen.height());
 }
 
-TEST_P(letra, the_window_opens_at_its_top_left_corner) {
+TEST_P(letter_size, the_window_opens_at_its_top_left_corner) {
   EXPECT_EQ(panel_->pos(), QPoint(0, 0));
 }
 
-TEST_P(letra, what_has_the_focus_is_in_sight) {
+TEST_P(letter_size, what_has_the_focus_is_in_sight) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   const QWidget* const first = QApplication::focusWidget();
   for (int walked = 0; walked < 200; ++walked) {
@@ -233,7 +238,7 @@ TEST_P(letra, what_has_the_focus_is_in_sight) {
   ADD_FAILURE() << "the Tab key does not come round";
 }
 
-TEST_P(letra, a_box_that_the_window_gives_the_focus_comes_into_sight) {
+TEST_P(letter_size, a_box_that_the_window_gives_the_focus_comes_into_sight) {
   record_.choose_rows(id::MDP, 0, 8, {8});
   window_->refresh();
   EXPECT_EQ(QApplication::focusWidget(), window_->widget_of(id::dat));
@@ -243,7 +248,7 @@ TEST_P(letra, a_box_that_the_window_gives_the_focus_comes_into_sight) {
   EXPECT_TRUE(in_sight(*window_->widget_of(id::sl, 0)));
 }
 
-INSTANTIATE_TEST_SUITE_P(de_varios_puntos, letra, testing::Values(8, 9, 10, 11, 13, 16, 20));
+INSTANTIATE_TEST_SUITE_P(at_points, letter_size, testing::Values(8, 9, 10, 11, 13, 16, 20));
 
 }  // namespace
 }  // namespace estructura

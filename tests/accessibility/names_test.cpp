@@ -10,7 +10,7 @@
 namespace estructura {
 namespace {
 
-TEST_F(ventana_accesible, every_control_has_a_name_and_a_description_on_every_device) {
+TEST_F(accessible_window, every_control_has_a_name_and_a_description_on_every_device) {
   for (const catalogue_row& row : catalogue) {
     const std::string_view model = row.name;
     device(model);
@@ -25,7 +25,7 @@ TEST_F(ventana_accesible, every_control_has_a_name_and_a_description_on_every_de
   }
 }
 
-TEST_F(ventana_accesible, no_two_controls_that_take_the_focus_share_a_name) {
+TEST_F(accessible_window, no_two_controls_that_take_the_focus_share_a_name) {
   for (const catalogue_row& row : catalogue) {
     const std::string_view model = row.name;
     device(model);
@@ -38,7 +38,7 @@ TEST_F(ventana_accesible, no_two_controls_that_take_the_focus_share_a_name) {
   }
 }
 
-TEST_F(ventana_accesible, a_button_is_named_by_its_caption_and_a_symbol_by_what_it_does) {
+TEST_F(accessible_window, a_button_is_named_by_its_caption_and_a_symbol_by_what_it_does) {
   EXPECT_EQ(name(id::cargarasm), "Cargar ASM");
   EXPECT_EQ(name(id::por), "POR");
   EXPECT_EQ(name(id::Ensamblar), "Ensamblar");
@@ -46,7 +46,7 @@ TEST_F(ventana_accesible, a_button_is_named_by_its_caption_and_a_symbol_by_what_
   EXPECT_EQ(name(id::tab), "Insertar 15 espacios");
 }
 
-TEST_F(ventana_accesible, a_name_follows_the_caption) {
+TEST_F(accessible_window, a_name_follows_the_caption) {
   EXPECT_EQ(name(id::WATCHDOG), "WDT / 128, watchdog");
   record.poke().cpu.option = 0x37;  // the prescaler serves the timer
   record.refresh();
@@ -54,7 +54,7 @@ TEST_F(ventana_accesible, a_name_follows_the_caption) {
   EXPECT_EQ(name(id::WATCHDOG), "WDT / 1, watchdog");
 }
 
-TEST_F(ventana_accesible, the_run_button_says_that_it_stops_while_a_run_is_on) {
+TEST_F(accessible_window, the_run_button_says_that_it_stops_while_a_run_is_on) {
   EXPECT_EQ(name(id::ejecutar), "Ejecutar");
   record.poke().progmem[2047] = 0xBFF;  // GOTO 1FF, an unprogrammed word: nothing but NOPs
   QString running;
@@ -67,7 +67,7 @@ TEST_F(ventana_accesible, the_run_button_says_that_it_stops_while_a_run_is_on) {
   EXPECT_EQ(name(id::ejecutar), "Ejecutar");
 }
 
-TEST_F(ventana_accesible, a_pin_box_says_its_port_its_bit_and_its_direction) {
+TEST_F(accessible_window, a_pin_box_says_its_port_its_bit_and_its_direction) {
   EXPECT_EQ(name(id::PA, 3), "Puerto A, bit 3");
   EXPECT_EQ(name(id::PB, 7), "Puerto B, bit 7");
   EXPECT_EQ(name(id::PC, 0), "Puerto C, bit 0");
@@ -79,7 +79,7 @@ TEST_F(ventana_accesible, a_pin_box_says_its_port_its_bit_and_its_direction) {
   EXPECT_EQ(description(id::PB, 6), "Pin de entrada. Marcada, está a 1.");
 }
 
-TEST_F(ventana_accesible, a_device_with_one_port_has_other_names) {
+TEST_F(accessible_window, a_device_with_one_port_has_other_names) {
   EXPECT_EQ(name(id::TRISB), "TRISB en binario");
   EXPECT_EQ(row(id::RE, 0, 4), "TRISB, valor FF");
   device("12C508");
@@ -96,7 +96,7 @@ TEST_F(ventana_accesible, a_device_with_one_port_has_other_names) {
   EXPECT_EQ(row(id::MDP, 0, 5).substr(0, 22), "PA, dirección 05, val");
 }
 
-TEST_F(ventana_accesible, a_value_is_the_text_of_a_label_named_after_what_it_shows) {
+TEST_F(accessible_window, a_value_is_the_text_of_a_label_named_after_what_it_shows) {
   EXPECT_EQ(name(id::STATUS), "STATUS en binario");
   EXPECT_EQ(value(id::STATUS), "00011000");
   EXPECT_EQ(value(id::OPT), "--111111");
@@ -112,7 +112,7 @@ TEST_F(ventana_accesible, a_value_is_the_text_of_a_label_named_after_what_it_sho
   EXPECT_EQ(value(id::Label14), "(ninguno)");
 }
 
-TEST_F(ventana_accesible, the_combo_has_a_name_and_its_entry_for_a_value) {
+TEST_F(accessible_window, the_combo_has_a_name_and_its_entry_for_a_value) {
   EXPECT_EQ(name(id::PIC), "PIC, dispositivo");
   EXPECT_EQ(value(id::PIC), "16C57");
   EXPECT_EQ(voice(id::PIC).role(), QAccessible::ComboBox);
@@ -121,7 +121,7 @@ TEST_F(ventana_accesible, the_combo_has_a_name_and_its_entry_for_a_value) {
   EXPECT_EQ(voice(id::PIC).child(0)->parent(), &voice(id::PIC));
 }
 
-TEST_F(ventana_accesible, a_line_of_memory_says_its_address_and_its_bank) {
+TEST_F(accessible_window, a_line_of_memory_says_its_address_and_its_bank) {
   record.poke().bankregs[1 * 16 + 2] = 0x3F;
   record.poke().regs[8] = 0xA5;
   record.refresh();
@@ -135,7 +135,7 @@ TEST_F(ventana_accesible, a_line_of_memory_says_its_address_and_its_bank) {
   EXPECT_EQ(row(id::dirmd, 1, 15), "dirección 1F");
 }
 
-TEST_F(ventana_accesible, a_line_of_the_core_registers_and_of_the_stack_says_what_it_is) {
+TEST_F(accessible_window, a_line_of_the_core_registers_and_of_the_stack_says_what_it_is) {
   EXPECT_EQ(row(id::RE, 0, 0), "PC, valor 7FF");
   EXPECT_EQ(row(id::RE, 0, 3), "TRISA, valor F");
   EXPECT_EQ(row(id::nomre, 0, 2), "OPTION");
@@ -146,7 +146,7 @@ TEST_F(ventana_accesible, a_line_of_the_core_registers_and_of_the_stack_says_wha
   EXPECT_EQ(row(id::PIL, 0, 1), "segundo nivel, valor 000");
 }
 
-TEST_F(ventana_accesible, a_line_of_the_program_says_its_address_and_its_instruction) {
+TEST_F(accessible_window, a_line_of_the_program_says_its_address_and_its_instruction) {
   EXPECT_EQ(row(id::MP, 0, 0x1FF), "dirección 1FF, sin programar");
   record.type(id::direc, "010");
   record.type(id::INS, "MOVLW 05");
@@ -159,7 +159,7 @@ TEST_F(ventana_accesible, a_line_of_the_program_says_its_address_and_its_instruc
   EXPECT_EQ(at<QListView>(id::MP).model()->index(0x10, 0).data().toString(), "*010\tC05\tMOVLW 05");
 }
 
-TEST_F(ventana_accesible, the_line_of_the_next_instruction_says_so) {
+TEST_F(accessible_window, the_line_of_the_next_instruction_says_so) {
   EXPECT_EQ(row(id::MP, 0, 0x7FF), "dirección 7FF, sin programar, la siguiente que se ejecuta");
   record.poke().progmem[0x7FF] = 0xA12;  // GOTO 012
   record.click(id::eje1);
@@ -168,7 +168,7 @@ TEST_F(ventana_accesible, the_line_of_the_next_instruction_says_so) {
   EXPECT_EQ(row(id::MP, 0, 0x13), "dirección 013, sin programar");
 }
 
-TEST_F(ventana_accesible, a_line_that_the_last_step_changed_says_so) {
+TEST_F(accessible_window, a_line_that_the_last_step_changed_says_so) {
   record.poke().progmem[0x7FF] = 0xC5A;  // MOVLW 5A
   record.refresh();
   window.refresh();
@@ -178,7 +178,7 @@ TEST_F(ventana_accesible, a_line_that_the_last_step_changed_says_so) {
   EXPECT_EQ(row(id::RE, 0, 2), "OPTION, valor 3F");
 }
 
-TEST_F(ventana_accesible, a_line_chosen_by_a_screen_reader_is_a_line_clicked) {
+TEST_F(accessible_window, a_line_chosen_by_a_screen_reader_is_a_line_clicked) {
   const auto toggle = [&](id list, int index, int place) {
     QAccessibleActionInterface* const line = voice(list, index).child(place)->actionInterface();
     ASSERT_NE(line, nullptr);
@@ -197,7 +197,7 @@ TEST_F(ventana_accesible, a_line_chosen_by_a_screen_reader_is_a_line_clicked) {
   EXPECT_EQ(record.look(id::MP).selected(), std::vector<int>({0x102}));
 }
 
-TEST_F(ventana_accesible, the_map_says_what_it_shows) {
+TEST_F(accessible_window, the_map_says_what_it_shows) {
   EXPECT_EQ(voice(id::mapa).role(), QAccessible::Graphic);
   EXPECT_EQ(description(id::mapa).find("Sin marca"), 0U);
   record.type(id::direc, "7FF");
@@ -213,7 +213,7 @@ TEST_F(ventana_accesible, the_map_says_what_it_shows) {
       << description(id::mapa);
 }
 
-TEST_F(ventana_accesible, each_kind_of_control_has_its_role) {
+TEST_F(accessible_window, each_kind_of_control_has_its_role) {
   EXPECT_EQ(voice(id::eje1).role(), QAccessible::Button);
   EXPECT_EQ(voice(id::PB, 0).role(), QAccessible::CheckBox);
   EXPECT_EQ(voice(id::sl, 0).role(), QAccessible::RadioButton);
@@ -224,7 +224,7 @@ TEST_F(ventana_accesible, each_kind_of_control_has_its_role) {
   EXPECT_TRUE(voice(id::lst).state().readOnly);
 }
 
-TEST_F(ventana_accesible, a_title_belongs_to_what_it_stands_beside) {
+TEST_F(accessible_window, a_title_belongs_to_what_it_stands_beside) {
   const auto labelled = [&](id title, id field) {
     for (const auto& [other, relation] : voice(field).relations(QAccessible::Label))
       if (other == &voice(title)) return true;
@@ -235,7 +235,7 @@ TEST_F(ventana_accesible, a_title_belongs_to_what_it_stands_beside) {
   EXPECT_TRUE(labelled(id::Label5, id::source));
 }
 
-TEST_F(ventana_accesible, the_counter_of_cycles_offers_its_reset_as_an_action) {
+TEST_F(accessible_window, the_counter_of_cycles_offers_its_reset_as_an_action) {
   record.poke().cycles = 99;
   record.refresh();
   QAccessibleActionInterface* const actions = voice(id::ciclos).actionInterface();
@@ -246,7 +246,7 @@ TEST_F(ventana_accesible, the_counter_of_cycles_offers_its_reset_as_an_action) {
   EXPECT_EQ(value(id::ciclos), "0");
 }
 
-TEST_F(ventana_accesible, a_title_tells_what_it_belongs_to) {
+TEST_F(accessible_window, a_title_tells_what_it_belongs_to) {
   for (const auto& [title, field] : {std::pair{id::Label14, id::FREC}, std::pair{id::loption, id::OPT}}) {
     const auto found = voice(title).relations(QAccessible::Labelled);
     ASSERT_EQ(found.size(), 1);
@@ -255,7 +255,7 @@ TEST_F(ventana_accesible, a_title_tells_what_it_belongs_to) {
 }
 
 // A label that belongs to nothing is read whenever the focus enters its frame.
-TEST_F(ventana_accesible, the_binary_views_of_the_registers_belong_to_their_list) {
+TEST_F(accessible_window, the_binary_views_of_the_registers_belong_to_their_list) {
   for (const id which : {id::TRISA, id::TRISB, id::TRISC}) {
     const auto found = voice(which).relations(QAccessible::AllRelations);
     ASSERT_EQ(found.size(), 1);
@@ -266,7 +266,7 @@ TEST_F(ventana_accesible, the_binary_views_of_the_registers_belong_to_their_list
 
 // --- texts, piece by piece ---
 
-TEST_F(ventana_accesible, every_question_for_a_piece_of_a_text_is_answered) {
+TEST_F(accessible_window, every_question_for_a_piece_of_a_text_is_answered) {
   record.type(id::source, "UNO DOS\r\nTRES. CUATRO");
   window.refresh();
   for (const id which : {id::FREC, id::direc, id::INS, id::source, id::STATUS, id::ciclos, id::PIC}) {
@@ -286,7 +286,7 @@ TEST_F(ventana_accesible, every_question_for_a_piece_of_a_text_is_answered) {
   }
 }
 
-TEST_F(ventana_accesible, a_box_of_one_line_is_read_whole_and_word_by_word) {
+TEST_F(accessible_window, a_box_of_one_line_is_read_whole_and_word_by_word) {
   record.type(id::INS, "MOVLW 05");
   window.refresh();
   QAccessibleTextInterface* const text = voice(id::INS).textInterface();
@@ -306,7 +306,7 @@ TEST_F(ventana_accesible, a_box_of_one_line_is_read_whole_and_word_by_word) {
   EXPECT_EQ(text->textAtOffset(-2, QAccessible::WordBoundary, &start, &end), "MOVLW");
 }
 
-TEST_F(ventana_accesible, a_box_of_one_line_tells_its_caret_and_its_selection) {
+TEST_F(accessible_window, a_box_of_one_line_tells_its_caret_and_its_selection) {
   QAccessibleTextInterface* const text = voice(id::FREC).textInterface();
   ASSERT_NE(text, nullptr);
   at(id::FREC).setFocus();
@@ -324,7 +324,7 @@ TEST_F(ventana_accesible, a_box_of_one_line_tells_its_caret_and_its_selection) {
   EXPECT_EQ(record.look(id::FREC).sel_length(), 2);
 }
 
-TEST_F(ventana_accesible, what_a_reader_writes_into_a_box_is_what_the_person_typed) {
+TEST_F(accessible_window, what_a_reader_writes_into_a_box_is_what_the_person_typed) {
   QAccessibleEditableTextInterface* const text = voice(id::direc).editableTextInterface();
   ASSERT_NE(text, nullptr);
   text->replaceText(0, 3, "1F0");
@@ -334,7 +334,7 @@ TEST_F(ventana_accesible, what_a_reader_writes_into_a_box_is_what_the_person_typ
 
 // --- what is said by itself ---
 
-TEST_F(ventana_accesible, a_step_is_told_as_a_notification_of_the_status_bar) {
+TEST_F(accessible_window, a_step_is_told_as_a_notification_of_the_status_bar) {
   QAccessibleInterface* const bar =
       QAccessible::queryAccessibleInterface(window.findChild<QWidget*>("novedades"));
   ASSERT_NE(bar, nullptr);
@@ -350,7 +350,7 @@ TEST_F(ventana_accesible, a_step_is_told_as_a_notification_of_the_status_bar) {
   EXPECT_EQ(notice.text(QAccessible::Name).toStdString(), "PC 000, W 5A, sigue sin programar.");
 }
 
-TEST_F(ventana_accesible, what_changed_behind_a_box_is_told_when_the_box_is_gone) {
+TEST_F(accessible_window, what_changed_behind_a_box_is_told_when_the_box_is_gone) {
   QAccessibleInterface& notice =
       *QAccessible::queryAccessibleInterface(window.findChild<QWidget*>("novedades"))->child(0);
   QWidget other;
@@ -365,7 +365,7 @@ TEST_F(ventana_accesible, what_changed_behind_a_box_is_told_when_the_box_is_gone
   EXPECT_TRUE(QTest::qWaitFor([&] { return notice.text(QAccessible::Name) == "W 77."; }));
 }
 
-TEST_F(ventana_accesible, nobody_is_told_of_lines_and_texts_that_the_program_chooses_elsewhere) {
+TEST_F(accessible_window, nobody_is_told_of_lines_and_texts_that_the_program_chooses_elsewhere) {
   at(id::RE).setFocus();
   const auto told = [&](id which, QAccessible::Event type) {
     return is_told(QAccessibleEvent(&at(which), type));

@@ -13,7 +13,7 @@
 
 namespace estructura {
 
-class ventana_accesible : public support::ventana_real<> {
+class accessible_window : public support::real_window<> {
  protected:
   void device(std::string_view name) {
     record.pick(id::PIC, name);

@@ -144,7 +144,7 @@ TEST(trim, drops_blanks_and_nothing_else) {
   EXPECT_EQ(trim(" \t", " \t"), "");
 }
 
-TEST(texto, the_length_of_a_character_is_that_of_its_bytes) {
+TEST(text, the_length_of_a_character_is_that_of_its_bytes) {
   const std::string text = "a\u00F1\u20AC\U0001F600";
   EXPECT_EQ(char_length(text, 0), 1U);
   EXPECT_EQ(char_length(text, 1), 2U);

@@ -245,7 +245,7 @@ int host::yield() {
   constexpr int longest_run = 400;
   if (++turns_ % 8 == 0 && input_.left()) {
     act();
-    // What is owed to the eye may end in a fault of its own.
+    // What is put off until somebody looks may end in a fault of its own.
     window->bring_up_to_date();
     if (!faulted && !window->ended()) checks->look();
   }

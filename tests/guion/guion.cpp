@@ -78,7 +78,7 @@ void guion::fail(const std::string& what) {
 std::int64_t guion::yields_to_next() const {
   std::int64_t nearest = 0;
   for (const waiting_statement& waiting : waiting_) {
-    const std::int64_t left = std::max<std::int64_t>(1, waiting.due - yields_);
+    const std::int64_t left = std::max<std::int64_t>(1, waiting.at_yield - yields_);
     nearest = nearest == 0 ? left : std::min(nearest, left);
   }
   return nearest;
@@ -87,7 +87,7 @@ std::int64_t guion::yields_to_next() const {
 int guion::yielded(int passed) {
   yields_ += passed;
   run_yields_ += passed;
-  while (!failure_ && do_next_due()) {
+  while (!failure_ && do_next_waiting()) {
   }
   const bool runs = driver_.chip().running;
   if (!failure_ && runs && waiting_.empty() && run_yields_ >= most_yields)
@@ -97,13 +97,13 @@ int guion::yielded(int passed) {
   return static_cast<int>(most_yields - run_yields_);
 }
 
-bool guion::do_next_due() {
+bool guion::do_next_waiting() {
   const auto next =
-      std::ranges::find_if(waiting_, [&](const auto& waiting) { return waiting.due <= yields_; });
+      std::ranges::find_if(waiting_, [&](const auto& waiting) { return waiting.at_yield <= yields_; });
   if (next == waiting_.end()) return false;
-  const waiting_statement due = *next;
+  const waiting_statement ready = *next;
   waiting_.erase(next);
-  perform(due.line, due.text);
+  perform(ready.line, ready.text);
   return true;
 }
 

@@ -42,7 +42,7 @@ class guion {
 
  private:
   struct waiting_statement {
-    std::int64_t due;  ///< the yield, counted from the start of the script, after which it is done
+    std::int64_t at_yield;  ///< the yield, counted from the start of the script, after which it is done
     int line;
     std::string text;
   };
@@ -56,7 +56,7 @@ class guion {
   void fail(const std::string& what);
   int yielded(int passed);
   [[nodiscard]] std::int64_t yields_to_next() const;
-  bool do_next_due();
+  bool do_next_waiting();
 
   script_place next_place(script_line& words);
   script_place next_place(script_line& words, kind wanted);

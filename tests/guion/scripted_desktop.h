@@ -41,7 +41,7 @@ struct scripted_desktop {
   /// So many yields have passed; answers how many more may pass before the script has something to do.
   std::function<int(int)> yielded = [](int) { return 1; };
 
-  /// How many yields from now on the next statement is due; 0: none waits.
+  /// How many yields from now on the next waiting statement is done; 0: none waits.
   std::function<std::int64_t()> yields_to_next = [] { return std::int64_t{0}; };
 
   answer ask(box kind, std::string_view text);

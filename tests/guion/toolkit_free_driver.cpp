@@ -51,7 +51,7 @@ void toolkit_free_driver::set_clipboard(std::string_view text) {
 }
 
 bool toolkit_free_driver::usable(const script_place& place) {
-  // During a run what the last step chose may be owed still, and decide what can be used.
+  // During a run what the last step chose may be put off still, and decide what can be used.
   window_.bring_up_to_date();
   return window_.usable(place.which, place.index);
 }

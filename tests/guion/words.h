@@ -3,7 +3,7 @@
 //
 //   script_line line(R"(type INS "MOVLW 5")");
 //   line.next().text                    -> "type", "INS", "MOVLW 5"
-//   numero("0x1F")                      -> 31
+//   read_number("0x1F")                 -> 31
 //   printed(read_value(R"([1, 2])"))         -> "[1, 2]"
 //
 // A word is bare or in double quotes. A quote inside a bare word is an ordinary character, except that the

@@ -50,7 +50,7 @@ void each_field(Slow& m, Chip& chip, Window& window, F&& f) {
   f("WATCHDOG checked", -1, m.watchdog, window.in.watchdog_on);
   f("INS shown", -1, m.entry_shown, window.runner.requests().entry_shown);
   each_cell("pin boxes of port", m.boxes, window.in.pin_boxes, f);
-  f("views due", -1, m.views, window.runner.seen().refreshed);
+  f("views pending", -1, m.views, window.runner.seen().refreshed);
   f("row chosen", -1, m.row, window.runner.seen().arrived);
   f("row in list", -1, m.row_in_list, window.runner.seen().inside);
   f("row clicked", -1, m.clicked, window.runner.seen().inner);

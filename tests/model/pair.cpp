@@ -148,7 +148,7 @@ void machine_pair::act_quickly(const machine_action& one) {
     case action_kind::run:
       window.running_chip = &chip;
       window.on_stop = nullptr;
-      window.on_cede = [this] {
+      window.on_yield = [this] {
         chip.running = false;
         return 1;
       };

@@ -1,7 +1,7 @@
 // The slow machine and the quick one side by side: both take the same action, then every field is compared.
 //
 //   machine_pair two(start);                        // both machines in the state `start`
-//   two.act({action_kind::paso});
+//   two.act({action_kind::step});
 //   EXPECT_EQ(two.differences(), "");
 //
 // The window that both need is here reduced to what the machine reads of it: the two frequencies, the lock,
@@ -38,7 +38,7 @@ class minimal_window final : public run_listener {
   void clear_entry() override;
   void warn_watchdog() override { ++warnings; }
   void click_ejecutar() override;
-  int yield() override { return on_cede(); }
+  int yield() override { return on_yield(); }
 
   void type_frequencies(double frec_khz, double fr_hz);
 
@@ -50,7 +50,7 @@ class minimal_window final : public run_listener {
   long warnings = 0;
   long stops = 0;
   chipstate* running_chip = nullptr;
-  std::function<int()> on_cede;
+  std::function<int()> on_yield;
   std::function<void()> on_stop;
 };
 

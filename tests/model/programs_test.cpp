@@ -80,13 +80,13 @@ class journey {
 
   /// The continuous run asks back after every `stride` steps; only then the slow machine catches up.
   void run(long steps) {
-    owed_ = 1;
+    steps_behind_ = 1;
     asked_to_run_ = steps;
     before_ = two_.slow;
     two_.slow.running = 1;
     two_.chip.running = true;
     two_.window.running_chip = &two_.chip;
-    two_.window.on_cede = [this] { return between_steps(); };
+    two_.window.on_yield = [this] { return between_steps(); };
     two_.window.on_stop = [this] { catch_up(); };
     two_.quickly([this] { two_.window.runner.run(); });
     if (two_.quick_fault && !two_.slow_fault && shown_.empty()) catch_up();
@@ -97,7 +97,7 @@ class journey {
   }
 
   int between_steps() {
-    const long done = owed_;
+    const long done = steps_behind_;
     catch_up();
     look(done, action_kind::run);
     if (shown_.empty() && !two_.faulted()) maybe_some_events();
@@ -106,14 +106,14 @@ class journey {
       two_.slow.running = 0;
       two_.chip.running = false;
     }
-    owed_ = chance_.one_in(16) ? 1 + chance_.below(20) : 1;
+    steps_behind_ = chance_.one_in(16) ? 1 + chance_.below(20) : 1;
     before_ = two_.slow;
-    return static_cast<int>(owed_);
+    return static_cast<int>(steps_behind_);
   }
 
   void catch_up() {
     two_.slowly([this] {
-      for (; owed_ > 0; --owed_)
+      for (; steps_behind_ > 0; --steps_behind_)
         if (!turn(two_.slow)) return;
     });
   }
@@ -188,7 +188,7 @@ class journey {
   model_state before_;
   long given_ = 0;
   long left_ = 0;
-  long owed_ = 0;
+  long steps_behind_ = 0;
   long asked_to_run_ = 0;
   std::string shown_;
 };

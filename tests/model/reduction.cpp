@@ -21,13 +21,13 @@ const model_machine& neutral() {
   return plain;
 }
 
-struct numero {
+struct named_number {
   std::string name;
   long* value;
 };
 
-std::vector<numero> numbers_of(model_machine& m) {
-  std::vector<numero> all;
+std::vector<named_number> numbers_of(model_machine& m) {
+  std::vector<named_number> all;
   chipstate chip;
   minimal_window window(chip);
   each_field(m, chip, window, [&all](const char* name, int index, long& value, auto&) {
@@ -59,7 +59,7 @@ void move_to_start(test_case& one) {
 
 bool reduce_numbers(test_case& one) {
   model_machine plain = neutral();
-  const std::vector<numero> wanted = numbers_of(plain);
+  const std::vector<named_number> wanted = numbers_of(plain);
   bool smaller = false;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     const long value = *wanted[i].value;
@@ -104,8 +104,8 @@ std::string describe(const model_machine& one) {
   out << ", at pc the word " << std::hex << word << std::dec << "  "
       << (word == unprogrammed_word ? "unprogrammed" : deshex(word)) << "\nfrom";
   model_machine plain = neutral();
-  const std::vector<numero> usual = numbers_of(plain);
-  const std::vector<numero> found = numbers_of(shown);
+  const std::vector<named_number> usual = numbers_of(plain);
+  const std::vector<named_number> found = numbers_of(shown);
   for (std::size_t i = 0; i < found.size(); ++i)
     if (*found[i].value != *usual[i].value) out << "\n  " << found[i].name << " = " << *found[i].value;
   if (one.frec != plain.frec) out << "\n  FREC = " << one.frec;

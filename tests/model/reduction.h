@@ -1,6 +1,6 @@
 // From a state that shows a difference to the smallest one that still does, and its account for a person.
 //
-//   caso one{two.slow, {action_kind::paso}};      // the machine before the action
+//   test_case one{two.slow, {action_kind::step}};      // the machine before the action
 //   if (differs(one)) FAIL() << explain(reduce(one));
 //
 // A field goes back to its neutral value (mostly 0) when the difference survives that; what remains is

@@ -132,7 +132,7 @@ void set_runs(random_source& chance, model_state& m) {
   m.entry_shown = chance.one_in(4) ? 1 : 0;
 }
 
-void set_owed(random_source& chance, model_state& m) {
+void set_pending_views(random_source& chance, model_state& m) {
   m.views = chance.below(2);
   m.row = chance.below(2);
   m.row_in_list = chance.below(2);
@@ -150,7 +150,7 @@ model_state random_state(random_source& chance, long device) {
   set_pins(chance, m);
   set_clocks(chance, m);
   set_runs(chance, m);
-  set_owed(chance, m);
+  set_pending_views(chance, m);
   return m;
 }
 

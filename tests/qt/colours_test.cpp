@@ -13,7 +13,7 @@
 namespace estructura {
 namespace {
 
-struct paleta {
+struct named_palette {
   const char* name;
   QPalette palette;
 };
@@ -30,7 +30,7 @@ QPalette made_of(const QColor& window, const QColor& base, const QColor& text, c
   return palette;
 }
 
-std::vector<paleta> palettes() {
+std::vector<named_palette> palettes() {
   const QColor white(Qt::white);
   return {
       {"Fusion", std::unique_ptr<QStyle>(QStyleFactory::create("Fusion"))->standardPalette()},
@@ -44,7 +44,7 @@ std::vector<paleta> palettes() {
   };
 }
 
-TEST(colores, contrast_is_what_the_guidelines_define) {
+TEST(colours, contrast_is_what_the_guidelines_define) {
   EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.001);
   EXPECT_NEAR(contrast(Qt::white, Qt::white), 1, 0.001);
   // The darkest grey that just fails on white, and the one that just passes.
@@ -53,7 +53,7 @@ TEST(colores, contrast_is_what_the_guidelines_define) {
   EXPECT_NEAR(contrast(Qt::blue, Qt::yellow), 8.00, 0.01);
 }
 
-TEST(colores, every_role_of_text_can_be_read_on_its_ground) {
+TEST(colours, every_role_of_text_can_be_read_on_its_ground) {
   struct row {
     QPalette::ColorRole text;
     QPalette::ColorRole ground;
@@ -69,7 +69,7 @@ TEST(colores, every_role_of_text_can_be_read_on_its_ground) {
       {QPalette::PlaceholderText, QPalette::Window},
       {QPalette::HighlightedText, QPalette::Highlight},
   };
-  for (const paleta& one : palettes()) {
+  for (const named_palette& one : palettes()) {
     const QPalette palette = readable_palette(one.palette);
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
       for (const row& pair : rows)
@@ -78,8 +78,8 @@ TEST(colores, every_role_of_text_can_be_read_on_its_ground) {
   }
 }
 
-TEST(colores, what_the_desktop_chose_well_stays_as_it_is) {
-  for (const paleta& one : palettes()) {
+TEST(colours, what_the_desktop_chose_well_stays_as_it_is) {
+  for (const named_palette& one : palettes()) {
     const QPalette palette = readable_palette(one.palette);
     for (const QPalette::ColorRole role :
          {QPalette::Window, QPalette::Base, QPalette::WindowText, QPalette::Text, QPalette::Button,
@@ -89,8 +89,8 @@ TEST(colores, what_the_desktop_chose_well_stays_as_it_is) {
   }
 }
 
-TEST(colores, what_cannot_be_used_looks_fainter_than_what_can) {
-  for (const paleta& one : palettes()) {
+TEST(colours, what_cannot_be_used_looks_fainter_than_what_can) {
+  for (const named_palette& one : palettes()) {
     const QPalette palette = readable_palette(one.palette);
     const QColor window = palette.color(QPalette::Window);
     EXPECT_LT(contrast(palette.color(QPalette::Disabled, QPalette::WindowText), window),
@@ -99,8 +99,8 @@ TEST(colores, what_cannot_be_used_looks_fainter_than_what_can) {
   }
 }
 
-TEST(colores, names_changes_and_breakpoints_of_a_list_can_be_read) {
-  for (const paleta& one : palettes()) {
+TEST(colours, names_changes_and_breakpoints_of_a_list_can_be_read) {
+  for (const named_palette& one : palettes()) {
     const QPalette palette = readable_palette(one.palette);
     const QColor text = palette.color(QPalette::Text);
     for (const QPalette::ColorRole role : {QPalette::Base, QPalette::Window}) {
@@ -120,7 +120,7 @@ TEST(colores, names_changes_and_breakpoints_of_a_list_can_be_read) {
   }
 }
 
-TEST(colores, the_three_of_the_map_are_told_from_its_ground_and_from_each_other) {
+TEST(colours, the_three_of_the_map_are_told_from_its_ground_and_from_each_other) {
   for (const Qt::GlobalColor colour : {Qt::yellow, Qt::red})
     EXPECT_GE(contrast(colour, map_ground()), 3) << colour;
   // As dark a blue has 2.4 on black; what makes breakpoints easy to find stands beside the map.

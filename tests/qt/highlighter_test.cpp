@@ -21,12 +21,12 @@ namespace {
 
 using enum source_part;
 
-struct linea_cortada {
+struct cut_source_line {
   const char16_t* line;
   std::vector<coloured_part> parts;
 };
 
-const linea_cortada lines[] = {
+const cut_source_line lines[] = {
     {u"", {}},
     {u"   \t ", {}},
     {u"NOP", {{0, 3, mnemonic}}},
@@ -65,12 +65,12 @@ const linea_cortada lines[] = {
     {u"NOP ; a: b", {{0, 3, mnemonic}, {4, 6, comment}}},
 };
 
-TEST(resaltado, cuts_a_line_as_the_assembler_does) {
-  for (const linea_cortada& one : lines)
+TEST(highlighter, cuts_a_line_as_the_assembler_does) {
+  for (const cut_source_line& one : lines)
     EXPECT_EQ(coloured_parts(one.line), one.parts) << QString::fromUtf16(one.line).toStdString();
 }
 
-TEST(resaltado, knows_every_mnemonic_of_the_table_in_either_case) {
+TEST(highlighter, knows_every_mnemonic_of_the_table_in_either_case) {
   for (const instruction& row : instructions) {
     if (row.mnemonic.empty()) continue;
     const QString word =
@@ -81,14 +81,14 @@ TEST(resaltado, knows_every_mnemonic_of_the_table_in_either_case) {
   }
 }
 
-TEST(resaltado, a_line_longer_than_any_statement_has_no_parts) {
+TEST(highlighter, a_line_longer_than_any_statement_has_no_parts) {
   const QString word = QStringLiteral("MOVLW 10 ");
   EXPECT_FALSE(coloured_parts(word).empty());
   EXPECT_TRUE(coloured_parts(word.repeated(200'000)).empty());
 }
 
 // Of such a line nothing is read behind the longest statement: here there is nothing that could be.
-TEST(resaltado, a_line_longer_than_any_statement_costs_nothing) {
+TEST(highlighter, a_line_longer_than_any_statement_costs_nothing) {
   constexpr std::size_t bytes = 1'000'000;
   void* const closed = ::mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   ASSERT_NE(closed, MAP_FAILED);
@@ -99,7 +99,7 @@ TEST(resaltado, a_line_longer_than_any_statement_costs_nothing) {
   ::munmap(closed, bytes);
 }
 
-TEST(resaltado, a_line_is_as_long_as_it_is_before_its_comment) {
+TEST(highlighter, a_line_is_as_long_as_it_is_before_its_comment) {
   const QString line = QStringLiteral("MOVLW 10 ;") + QString(5000, QLatin1Char('x'));
   const std::vector<coloured_part> wanted = {{0, 5, mnemonic}, {6, 2, number}, {9, 5001, comment}};
   EXPECT_EQ(coloured_parts(line), wanted);
@@ -109,7 +109,7 @@ TEST(resaltado, a_line_is_as_long_as_it_is_before_its_comment) {
   EXPECT_FALSE(definition_in(QStringView(code)).has_value());
 }
 
-TEST(resaltado, odd_operands_have_their_place_in_units_and_their_tip) {
+TEST(highlighter, odd_operands_have_their_place_in_units_and_their_tip) {
   name_table names;
   names.add({"AÑO", 1});
   const QString to_the_file =
@@ -122,13 +122,13 @@ TEST(resaltado, odd_operands_have_their_place_in_units_and_their_tip) {
   EXPECT_EQ(definition_in(QStringView(u"ñ: NOP")), (definition{"Ñ", {}}));
 }
 
-struct paleta {
+struct named_palette {
   const char* name;
   QColor text;
   QColor base;
 };
 
-const paleta palettes[] = {
+const named_palette palettes[] = {
     {"light", Qt::black, Qt::white},
     {"dark", QColor(0xEF, 0xF0, 0xF1), QColor(0x1B, 0x1E, 0x20)},
     {"black", Qt::white, Qt::black},
@@ -137,8 +137,8 @@ const paleta palettes[] = {
     {"grey", QColor(0xF0, 0xF0, 0xF0), QColor(0x40, 0x40, 0x40)},
 };
 
-TEST(resaltado, every_colour_can_be_read_on_every_palette) {
-  for (const paleta& one : palettes) {
+TEST(highlighter, every_colour_can_be_read_on_every_palette) {
+  for (const named_palette& one : palettes) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
@@ -154,9 +154,9 @@ TEST(resaltado, every_colour_can_be_read_on_every_palette) {
   }
 }
 
-TEST(resaltado, the_mark_of_an_error_stands_out_without_its_hue) {
+TEST(highlighter, the_mark_of_an_error_stands_out_without_its_hue) {
   // Three to one against the margin around it: what the guidelines ask of a sign that is no text.
-  for (const paleta& one : palettes) {
+  for (const named_palette& one : palettes) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
@@ -165,8 +165,8 @@ TEST(resaltado, the_mark_of_an_error_stands_out_without_its_hue) {
   }
 }
 
-TEST(resaltado, the_underline_of_an_operand_stands_out_without_its_hue) {
-  for (const paleta& one : palettes) {
+TEST(highlighter, the_underline_of_an_operand_stands_out_without_its_hue) {
+  for (const named_palette& one : palettes) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);
@@ -176,8 +176,8 @@ TEST(resaltado, the_underline_of_an_operand_stands_out_without_its_hue) {
   }
 }
 
-TEST(resaltado, parts_that_stand_side_by_side_differ) {
-  for (const paleta& one : palettes) {
+TEST(highlighter, parts_that_stand_side_by_side_differ) {
+  for (const named_palette& one : palettes) {
     QPalette palette;
     palette.setColor(QPalette::Text, one.text);
     palette.setColor(QPalette::Base, one.base);

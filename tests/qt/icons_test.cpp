@@ -11,7 +11,7 @@
 namespace estructura {
 namespace {
 
-TEST(icono_de_programa, is_the_one_that_is_installed) {
+TEST(program_icon, is_the_one_that_is_installed) {
   const QIcon icon = QApplication::windowIcon();
   for (const int side : {16, 22, 24, 32, 48, 64, 128, 256}) {
     const QPixmap installed(QStringLiteral(ESTRUCTURA_PACKAGING "/icons/%1.png").arg(side));
@@ -21,7 +21,7 @@ TEST(icono_de_programa, is_the_one_that_is_installed) {
 }
 
 // On Wayland the desktop finds the window's icon by the name of its menu entry.
-TEST(icono_de_programa, is_found_through_the_menu_entry) {
+TEST(program_icon, is_found_through_the_menu_entry) {
   EXPECT_TRUE(QFileInfo::exists(
       QStringLiteral(ESTRUCTURA_PACKAGING "/%1.desktop").arg(QGuiApplication::desktopFileName())));
 }

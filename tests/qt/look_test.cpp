@@ -33,9 +33,9 @@ namespace {
 
 constexpr int goto_self = 0xA00;
 
-class aspecto : public support::ventana_real<> {
+class appearance : public support::real_window<> {
  protected:
-  aspecto() {
+  appearance() {
     window.resize(1366, 720);
     QCoreApplication::processEvents();
   }
@@ -68,7 +68,7 @@ class aspecto : public support::ventana_real<> {
 
 // --- what changed ---
 
-TEST(novedades, the_characters_at_which_texts_differ) {
+TEST(change_marks, the_characters_at_which_texts_differ) {
   EXPECT_EQ(difference("00011000", "00011000"), 0U);
   EXPECT_EQ(difference("00011000", "00011101"), 0b00000101U);
   EXPECT_EQ(difference("10000000", "00000000"), 0b10000000U);
@@ -76,14 +76,14 @@ TEST(novedades, the_characters_at_which_texts_differ) {
   EXPECT_EQ(difference("12", ""), 0U);
 }
 
-TEST_F(aspecto, at_the_start_nothing_is_marked) {
+TEST_F(appearance, at_the_start_nothing_is_marked) {
   EXPECT_EQ(lines(id::RE), 0U);
   EXPECT_EQ(lines(id::MDP), 0U);
   EXPECT_EQ(characters(id::STATUS), 0U);
   EXPECT_EQ(characters(id::ciclos), 0U);
 }
 
-TEST_F(aspecto, a_step_marks_the_lines_bits_and_digits_that_it_changed) {
+TEST_F(appearance, a_step_marks_the_lines_bits_and_digits_that_it_changed) {
   program({0xC55, 0x028, 0xE00});  // MOVLW 55; MOVWF 08; ANDLW 00
   click(id::eje1);
   EXPECT_EQ(lines(id::RE), 0b11U);     // PC and W
@@ -101,7 +101,7 @@ TEST_F(aspecto, a_step_marks_the_lines_bits_and_digits_that_it_changed) {
   EXPECT_EQ(characters(id::STATUS), 1U << 2);
 }
 
-TEST_F(aspecto, banked_memory_the_stack_and_indirect_data_are_marked) {
+TEST_F(appearance, banked_memory_the_stack_and_indirect_data_are_marked) {
   program({0xC33, 0x024, 0x020, 0x910});  // MOVLW 33; MOVWF FSR; MOVWF INDF; CALL 10
   click(id::eje1);
   click(id::eje1);
@@ -116,7 +116,7 @@ TEST_F(aspecto, banked_memory_the_stack_and_indirect_data_are_marked) {
   EXPECT_EQ(lines(id::PIL), 0b01U);
 }
 
-TEST_F(aspecto, a_value_entered_by_hand_is_marked_and_so_is_a_reset) {
+TEST_F(appearance, a_value_entered_by_hand_is_marked_and_so_is_a_reset) {
   auto& list = at<QListView>(id::RE);
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(1, 0)).center());
   QTest::keyClicks(&at(id::dat), "a5");
@@ -130,7 +130,7 @@ TEST_F(aspecto, a_value_entered_by_hand_is_marked_and_so_is_a_reset) {
   EXPECT_EQ(lines(id::RE), 0b10U);
 }
 
-TEST_F(aspecto, what_changes_no_view_of_the_machine_leaves_the_marks) {
+TEST_F(appearance, what_changes_no_view_of_the_machine_leaves_the_marks) {
   program({0xC55});
   click(id::eje1);
   click(id::sl, 1);
@@ -142,7 +142,7 @@ TEST_F(aspecto, what_changes_no_view_of_the_machine_leaves_the_marks) {
   EXPECT_EQ(lines(id::RE), 0b11U);
 }
 
-TEST_F(aspecto, marks_change_neither_texts_nor_backgrounds) {
+TEST_F(appearance, marks_change_neither_texts_nor_backgrounds) {
   program({0xC55, 0x028});
   click(id::eje1);
   click(id::eje1);
@@ -153,7 +153,7 @@ TEST_F(aspecto, marks_change_neither_texts_nor_backgrounds) {
   EXPECT_EQ(at<QListView>(id::MD, 1).viewport()->backgroundRole(), QPalette::Window);
 }
 
-TEST_F(aspecto, a_marked_line_is_painted_on_another_ground_with_a_bar_and_in_bold) {
+TEST_F(appearance, a_marked_line_is_painted_on_another_ground_with_a_bar_and_in_bold) {
   program({0xC55, 0x028});
   click(id::eje1);
   auto& list = at<list_view>(id::MDP);
@@ -171,7 +171,7 @@ TEST_F(aspecto, a_marked_line_is_painted_on_another_ground_with_a_bar_and_in_bol
   EXPECT_NE(before, marked);
 }
 
-TEST_F(aspecto, another_device_is_no_change_of_the_program) {
+TEST_F(appearance, another_device_is_no_change_of_the_program) {
   program({0xC55});
   click(id::eje1);
   click(id::por);
@@ -180,7 +180,7 @@ TEST_F(aspecto, another_device_is_no_change_of_the_program) {
   EXPECT_EQ(characters(id::TRISB), 0U);
 }
 
-TEST_F(aspecto, during_a_run_nothing_is_marked_and_afterwards_all_that_the_run_changed) {
+TEST_F(appearance, during_a_run_nothing_is_marked_and_afterwards_all_that_the_run_changed) {
   program({0xC55, 0x2A8, 0xA01});  // MOVLW 55; INCF 08; GOTO 001
   click(id::eje1);
   ASSERT_NE(lines(id::RE), 0U);
@@ -208,7 +208,7 @@ TEST_F(aspecto, during_a_run_nothing_is_marked_and_afterwards_all_that_the_run_c
   EXPECT_NE(characters(id::ciclos), 0U);
 }
 
-TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_focus) {
+TEST_F(appearance, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_focus) {
   for (const id which : {id::PIL, id::nombres, id::nomre, id::dirmd}) {
     auto& list = at<list_view>(which);
     const QRect row = list.visualRect(list.model()->index(1, 0));
@@ -222,7 +222,7 @@ TEST_F(aspecto, a_line_chosen_in_a_small_list_shows_only_while_the_list_has_the_
   }
 }
 
-TEST_F(aspecto, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
+TEST_F(appearance, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
   auto& sleep = at<qt_check_box>(id::estsleep);
   const QImage shown = sleep.grab().toImage();
   sleep.display_only = false;
@@ -230,7 +230,7 @@ TEST_F(aspecto, a_box_that_only_shows_has_the_edge_of_what_cannot_be_used) {
   EXPECT_FALSE(at<qt_check_box>(id::VISMP).display_only);
 }
 
-TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {
+TEST_F(appearance, what_a_menu_does_not_offer_now_can_be_read) {
   const QPalette palette = QApplication::palette("QMenu");
   EXPECT_GE(contrast(palette.color(QPalette::Disabled, QPalette::Text), palette.color(QPalette::Window)),
             least_contrast);
@@ -241,7 +241,7 @@ TEST_F(aspecto, what_a_menu_does_not_offer_now_can_be_read) {
 
 // --- program ---
 
-TEST_F(aspecto, the_next_instruction_has_an_arrow_wherever_the_selection_is) {
+TEST_F(appearance, the_next_instruction_has_an_arrow_wherever_the_selection_is) {
   program({0, 0, 0});
   click(id::eje1);
   auto& list = at<list_view>(id::MP);
@@ -259,7 +259,7 @@ TEST_F(aspecto, the_next_instruction_has_an_arrow_wherever_the_selection_is) {
   EXPECT_EQ(gutter(3), gutter(2));
 }
 
-TEST_F(aspecto, a_breakpoint_keeps_its_star_and_has_a_disc) {
+TEST_F(appearance, a_breakpoint_keeps_its_star_and_has_a_disc) {
   program({0, 0, 0});
   record.type(id::direc, "002");
   click(id::break_);
@@ -469,7 +469,7 @@ TEST_F(map_margins, is_the_map_for_the_mouse) {
   EXPECT_NEAR(pressed, 1500, 5);
 }
 
-TEST_F(aspecto, the_margins_stand_beside_the_map_as_high_as_it) {
+TEST_F(appearance, the_margins_stand_beside_the_map_as_high_as_it) {
   const QWidget& map = at(id::mapa);
   const auto strips = window.findChildren<QWidget*>();
   int left = 0;
@@ -488,7 +488,7 @@ TEST_F(aspecto, the_margins_stand_beside_the_map_as_high_as_it) {
 
 // --- places ---
 
-TEST_F(aspecto, nothing_stands_elsewhere_on_another_device) {
+TEST_F(appearance, nothing_stands_elsewhere_on_another_device) {
   QCoreApplication::processEvents();
   const auto before = places();
   for (const auto& [device, model] : catalogue) {
@@ -502,7 +502,7 @@ TEST_F(aspecto, nothing_stands_elsewhere_on_another_device) {
   }
 }
 
-TEST_F(aspecto, nothing_moves_when_values_grow_or_the_program_hides) {
+TEST_F(appearance, nothing_moves_when_values_grow_or_the_program_hides) {
   QCoreApplication::processEvents();
   const auto before = places();
   record.poke().cycles = 2147483647;
@@ -519,7 +519,7 @@ TEST_F(aspecto, nothing_moves_when_values_grow_or_the_program_hides) {
   }
 }
 
-TEST_F(aspecto, a_larger_window_gives_its_room_to_source_and_program) {
+TEST_F(appearance, a_larger_window_gives_its_room_to_source_and_program) {
   QCoreApplication::processEvents();
   const auto before = places();
   window.resize(1966, 920);
@@ -536,7 +536,7 @@ TEST_F(aspecto, a_larger_window_gives_its_room_to_source_and_program) {
   }
 }
 
-TEST_F(aspecto, the_splitter_shares_out_between_source_and_program_and_hides_neither) {
+TEST_F(appearance, the_splitter_shares_out_between_source_and_program_and_hides_neither) {
   QCoreApplication::processEvents();
   auto* const panes = window.findChild<QSplitter*>();
   ASSERT_NE(panes, nullptr);
@@ -553,7 +553,7 @@ TEST_F(aspecto, the_splitter_shares_out_between_source_and_program_and_hides_nei
     EXPECT_GE(at(which).width(), at(which).minimumSizeHint().width());
 }
 
-TEST_F(aspecto, the_groups_follow_each_other_as_the_work_does) {
+TEST_F(appearance, the_groups_follow_each_other_as_the_work_does) {
   QCoreApplication::processEvents();
   const auto place = places();
   const auto left_of = [&](const char* one, const char* other) {
@@ -579,7 +579,7 @@ TEST_F(aspecto, the_groups_follow_each_other_as_the_work_does) {
 
 // --- boxes ---
 
-TEST_F(aspecto, a_box_that_cannot_be_used_looks_different_in_a_dark_palette_too) {
+TEST_F(appearance, a_box_that_cannot_be_used_looks_different_in_a_dark_palette_too) {
   const QPalette before = QApplication::palette();
   for (const bool dark : {false, true}) {
     if (dark) {
@@ -613,7 +613,7 @@ TEST_F(aspecto, a_box_that_cannot_be_used_looks_different_in_a_dark_palette_too)
   QApplication::setPalette(before);
 }
 
-TEST_F(aspecto, a_box_with_the_focus_has_a_thicker_edge) {
+TEST_F(appearance, a_box_with_the_focus_has_a_thicker_edge) {
   auto& box = at<QAbstractButton>(id::PB, 3);
   const auto dark_pixels = [&] {
     const QImage picture = box.grab().toImage();
@@ -630,7 +630,7 @@ TEST_F(aspecto, a_box_with_the_focus_has_a_thicker_edge) {
   EXPECT_GT(dark_pixels(), without + 40);
 }
 
-TEST_F(aspecto, the_window_follows_the_desktop_from_light_to_dark) {
+TEST_F(appearance, the_window_follows_the_desktop_from_light_to_dark) {
   const QPalette before = QApplication::palette();
   QApplication::setPalette(QPalette(Qt::white, QColor(45, 47, 51), QColor(70, 70, 75), QColor(20, 20, 22),
                                     QColor(35, 35, 38), Qt::white, QColor(30, 31, 34)));

@@ -1,7 +1,8 @@
 // An open window with files to choose and boxes answered, for the tests of its editor, keys and language.
 //
-//   class mine : public ventana_de_prueba {};
-//   TEST_F(mine, ...) { write_file("NOP"); click(id::Ensamblar); EXPECT_EQ(fuente().toPlainText(), "NOP\n");
+//   class mine : public editing_window {};
+//   TEST_F(mine, ...) { write_file("NOP"); click(id::Ensamblar); EXPECT_EQ(source_view().toPlainText(),
+//   "NOP\n");
 //   }
 //
 // Boxes are answered No, or OK, without being shown.
@@ -39,19 +40,19 @@ class silent_host final : public qt_host {
   std::string file;
 };
 
-class ventana_de_prueba : public support::ventana_real<silent_host> {
+class editing_window : public support::real_window<silent_host> {
  protected:
-  source_editor& fuente() { return at<source_editor>(id::source); }
-  std::string texto() { return record.look(id::source).text(); }
+  source_editor& source_view() { return at<source_editor>(id::source); }
+  std::string source_text() { return record.look(id::source).text(); }
   void write_file(const QString& letters) {
-    fuente().setFocus();
-    QTest::keyClicks(&fuente(), letters);
+    source_view().setFocus();
+    QTest::keyClicks(&source_view(), letters);
   }
-  void tecla(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  void key_to_focus(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
   }
   /// A source file loaded by its button.
-  void carga(const QByteArray& text) {
+  void load_source(const QByteArray& text) {
     QFile file(folder.filePath("fuente.asm"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);

@@ -9,14 +9,14 @@
 namespace estructura {
 namespace {
 
-struct lugar_de_texto {
+struct text_place {
   const char* text;
   int character;
   int unit;
 };
 
 // The letter of four bytes takes two units of a widget.
-constexpr lugar_de_texto places[] = {
+constexpr text_place places[] = {
     {"", 0, 0},
     {"uno", 0, 0},
     {"uno", 3, 3},
@@ -40,35 +40,35 @@ constexpr lugar_de_texto places[] = {
     {"a\rb", 2, 2},
 };
 
-TEST(texto_qt, a_character_and_its_unit_name_the_same_place) {
-  for (const lugar_de_texto& place : places) {
+TEST(text_conversion, a_character_and_its_unit_name_the_same_place) {
+  for (const text_place& place : places) {
     EXPECT_EQ(unit_of_char(place.text, place.character), place.unit)
         << place.text << " at " << place.character;
     EXPECT_EQ(char_of_unit(place.text, place.unit), place.character) << place.text << " unit " << place.unit;
   }
 }
 
-TEST(texto_qt, a_character_within_a_line_end_is_the_place_before_it) {
+TEST(text_conversion, a_character_within_a_line_end_is_the_place_before_it) {
   EXPECT_EQ(unit_of_char("uno\r\ndos", 4), 3);
 }
 
-TEST(texto_qt, a_place_past_the_end_is_the_end) {
+TEST(text_conversion, a_place_past_the_end_is_the_end) {
   EXPECT_EQ(unit_of_char("a\r\nb", 99), 3);
   EXPECT_EQ(char_of_unit("a\r\nb", 99), 4);
 }
 
-TEST(texto_qt, every_line_end_of_a_widget_becomes_cr_lf) {
+TEST(text_conversion, every_line_end_of_a_widget_becomes_cr_lf) {
   EXPECT_EQ(from_qt(QStringLiteral("a\nb")), "a\r\nb");
   EXPECT_EQ(from_qt(QStringLiteral("a\r\nb\rc")), "a\r\nb\r\nc");
   EXPECT_EQ(from_qt(QStringLiteral("a\u2029b\u2028c")), "a\u2029b\u2028c");
 }
 
-TEST(texto_qt, a_text_comes_back_as_it_went) {
+TEST(text_conversion, a_text_comes_back_as_it_went) {
   for (const char* text : {"", "uno", "uno\r\ndos\r\n", "\r\n", "año 'ñ' \xF0\x9D\x84\x9E\r\n fin"})
     EXPECT_EQ(from_qt(to_qt(text)), text);
 }
 
-TEST(texto_qt, a_document_takes_nothing_for_a_line_end_that_is_none) {
+TEST(text_conversion, a_document_takes_nothing_for_a_line_end_that_is_none) {
   const char* const text = "a\u2028b\u2029c\uFDD0d\uFDD1e\r\nf";
   QTextDocument document;
   document.setPlainText(to_document(text));
@@ -79,7 +79,7 @@ TEST(texto_qt, a_document_takes_nothing_for_a_line_end_that_is_none) {
   EXPECT_EQ(from_document(QStringLiteral("a\u2028b")), "a\r\nb");
 }
 
-struct cambio_esperado {
+struct expected_change {
   const char* before;
   const char* after;
   int caret;
@@ -88,7 +88,7 @@ struct cambio_esperado {
   const char* text;
 };
 
-constexpr cambio_esperado changes[] = {
+constexpr expected_change changes[] = {
     {"", "uno", 0, 0, 0, "uno"},
     {"uno", "", 3, 0, 3, ""},
     {"uno", "uno", 1, 1, 1, ""},
@@ -108,8 +108,8 @@ constexpr cambio_esperado changes[] = {
     {"a\U0001d11e", "a\U0001d122", 0, 1, 3, "\U0001d122"},
 };
 
-TEST(texto_qt, a_change_is_the_least_that_makes_one_text_the_other) {
-  for (const cambio_esperado& one : changes) {
+TEST(text_conversion, a_change_is_the_least_that_makes_one_text_the_other) {
+  for (const expected_change& one : changes) {
     const text_change got = change_between(one.before, one.after, one.caret);
     EXPECT_EQ(got.start, one.start) << one.before << " -> " << one.after;
     EXPECT_EQ(got.end, one.end) << one.before << " -> " << one.after;
@@ -117,7 +117,7 @@ TEST(texto_qt, a_change_is_the_least_that_makes_one_text_the_other) {
   }
 }
 
-TEST(texto_qt, a_change_done_in_the_widget_gives_the_other_text) {
+TEST(text_conversion, a_change_done_in_the_widget_gives_the_other_text) {
   const std::vector<std::string> texts = {"",     "a", "aa", "\r\n", "\r\n\r\n", "a\r\na", "\u00e1a\u00e1",
                                           "\r\na"};
   for (const std::string& before : texts)
@@ -130,7 +130,7 @@ TEST(texto_qt, a_change_done_in_the_widget_gives_the_other_text) {
       }
 }
 
-TEST(texto_qt, a_megabyte_of_lines_is_converted_there_and_back) {
+TEST(text_conversion, a_megabyte_of_lines_is_converted_there_and_back) {
   std::string lines;
   while (lines.size() < 1'000'000) lines += "NOP ; algo\r\n";
   const QString shown = to_qt(lines);

@@ -19,16 +19,16 @@
 namespace estructura {
 namespace {
 
-class teclado : public ventana_de_prueba {
+class shortcuts : public editing_window {
  protected:
   void SetUp() override {
     chipstate& chip = record.poke();
     chip.progmem[0] = 0xA00;  // GOTO 0
     chip.progmem[2047] = 0xA00;
   }
-  void pulsa(Qt::Key key) { QTest::keyClick(&window, key); }
+  void key_to_window(Qt::Key key) { QTest::keyClick(&window, key); }
   /// Presses a key again and again at moments of a run, and does something at the first.
-  void durante(const std::function<void()>& action) {
+  void during_run(const std::function<void()>& action) {
     auto* const poll = new QTimer(&window);
     QObject::connect(poll, &QTimer::timeout, &window, [this, poll, action] {
       if (!record.chip().running || record.chip().cycles < 1000) return;
@@ -39,112 +39,112 @@ class teclado : public ventana_de_prueba {
   }
 };
 
-TEST_F(teclado, f7_and_f8_execute_one_instruction_and_leave_the_focus) {
+TEST_F(shortcuts, f7_and_f8_execute_one_instruction_and_leave_the_focus) {
   for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8}) {
-    fuente().setFocus();
+    source_view().setFocus();
     const auto before = record.chip().cycles;
-    pulsa(key);
+    key_to_window(key);
     EXPECT_GT(record.chip().cycles, before);
     EXPECT_EQ(record.focused(), (control_place{id::source, 0}));
-    EXPECT_EQ(QApplication::focusWidget(), &fuente());
+    EXPECT_EQ(QApplication::focusWidget(), &source_view());
   }
 }
 
 // Breakpoints can be set line after line.
-TEST_F(teclado, f9_leaves_the_program_list_to_the_arrow_keys) {
+TEST_F(shortcuts, f9_leaves_the_program_list_to_the_arrow_keys) {
   at(id::MP).setFocus(Qt::TabFocusReason);
-  tecla(Qt::Key_Home);
+  key_to_focus(Qt::Key_Home);
   for (int line = 0; line < 3; ++line) {
-    pulsa(Qt::Key_F9);
-    tecla(Qt::Key_Down);
+    key_to_window(Qt::Key_F9);
+    key_to_focus(Qt::Key_Down);
   }
   EXPECT_EQ(record.look(id::MP).row(), 3);
   for (int line = 0; line < 3; ++line) EXPECT_EQ(record.chip().breakpts[line], 1) << line;
 }
 
 // What a step closes must not leave the focus on the button that ends the program.
-TEST_F(teclado, enter_after_f7_in_the_frequency_does_not_end_the_program) {
+TEST_F(shortcuts, enter_after_f7_in_the_frequency_does_not_end_the_program) {
   for (const id where : {id::FREC, id::PIC}) {
     click(id::por);
     at(where).setFocus(Qt::TabFocusReason);
     ASSERT_EQ(QApplication::focusWidget(), &at(where));
-    pulsa(Qt::Key_F7);
+    key_to_window(Qt::Key_F7);
     EXPECT_EQ(record.focused(), (control_place{id::eje1, 0}));
     EXPECT_EQ(QApplication::focusWidget(), &at(id::eje1));
-    tecla(Qt::Key_Return);
+    key_to_focus(Qt::Key_Return);
     EXPECT_FALSE(record.ended());
   }
 }
 
-TEST_F(teclado, enter_after_f7_on_the_entry_button_erases_nothing) {
+TEST_F(shortcuts, enter_after_f7_on_the_entry_button_erases_nothing) {
   record.type(id::direc, "000");
   record.type(id::INS, "NOP");
   window.refresh();
   at(id::Entrarins).setFocus(Qt::TabFocusReason);
   ASSERT_EQ(QApplication::focusWidget(), &at(id::Entrarins));
-  pulsa(Qt::Key_F7);
-  tecla(Qt::Key_Return);
+  key_to_window(Qt::Key_F7);
+  key_to_focus(Qt::Key_Return);
   EXPECT_EQ(record.chip().progmem[0], 0xA00);
   EXPECT_EQ(QApplication::focusWidget(), &at(id::INS));
 }
 
-TEST_F(teclado, a_value_that_is_being_typed_survives_a_step) {
+TEST_F(shortcuts, a_value_that_is_being_typed_survives_a_step) {
   record.click_row(id::RE, 0, 1);
   window.refresh();
   at<QLineEdit>(id::dat).setText("5");
-  tecla(Qt::Key_F8);
+  key_to_focus(Qt::Key_F8);
   EXPECT_EQ(record.focused(), (control_place{id::dat, 0}));
-  tecla(Qt::Key_A);
-  tecla(Qt::Key_Return);
+  key_to_focus(Qt::Key_A);
+  key_to_focus(Qt::Key_Return);
   EXPECT_EQ(record.chip().cpu.w, 0x5A);
 }
 
-TEST_F(teclado, f5_runs_and_stops) {
-  durante([this] {
+TEST_F(shortcuts, f5_runs_and_stops) {
+  during_run([this] {
     EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "&Parar");
     EXPECT_EQ(record.focused(), control_place{});
-    pulsa(Qt::Key_F5);
+    key_to_window(Qt::Key_F5);
   });
-  pulsa(Qt::Key_F5);
+  key_to_window(Qt::Key_F5);
   EXPECT_FALSE(record.chip().running);
   EXPECT_GE(record.chip().cycles, 1000);
   EXPECT_EQ(at<QAbstractButton>(id::ejecutar).text(), "Ejecu&tar");
 }
 
-TEST_F(teclado, f7_and_f8_do_nothing_during_a_run) {
-  durante([this] {
+TEST_F(shortcuts, f7_and_f8_do_nothing_during_a_run) {
+  during_run([this] {
     EXPECT_FALSE(at(id::eje1).isEnabled());
     const auto before = record.chip().cycles;
-    pulsa(Qt::Key_F7);
-    pulsa(Qt::Key_F8);
+    key_to_window(Qt::Key_F7);
+    key_to_window(Qt::Key_F8);
     EXPECT_EQ(record.chip().cycles, before);
-    pulsa(Qt::Key_F5);
+    key_to_window(Qt::Key_F5);
   });
-  pulsa(Qt::Key_F5);
+  key_to_window(Qt::Key_F5);
   EXPECT_FALSE(record.chip().running);
 }
 
-TEST_F(teclado, a_held_f5_stays_one_press_and_a_held_f8_many) {
+TEST_F(shortcuts, a_held_f5_stays_one_press_and_a_held_f8_many) {
   const auto held = [this](Qt::Key key) {
     QTest::simulateEvent(&window, true, key, {}, QString(), true, -1);
   };
-  pulsa(Qt::Key_F8);
+  key_to_window(Qt::Key_F8);
   const auto once = record.chip().cycles;
   held(Qt::Key_F8);
   EXPECT_GT(record.chip().cycles, once);
   bool went_on = false;
-  durante([&] {
+  during_run([&] {
     held(Qt::Key_F5);
     went_on = record.chip().running;
     click(id::ejecutar);
   });
-  pulsa(Qt::Key_F5);
+  key_to_window(Qt::Key_F5);
   EXPECT_TRUE(went_on);
   EXPECT_FALSE(record.chip().running);
 }
 
 // Nor does Enter held down on a button press it again, but for those that are pressed many times.
-TEST_F(teclado, a_held_enter_presses_a_button_once_and_the_step_button_many_times) {
+TEST_F(shortcuts, a_held_enter_presses_a_button_once_and_the_step_button_many_times) {
   const auto held = [this](id where) {
     at(where).setFocus(Qt::TabFocusReason);
     for (int times = 0; times < 3; ++times)
@@ -155,42 +155,42 @@ TEST_F(teclado, a_held_enter_presses_a_button_once_and_the_step_button_many_time
   held(id::break_);
   EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
   bool went_on = false;
-  durante([&] {
+  during_run([&] {
     held(id::ejecutar);
     went_on = record.chip().running;
-    pulsa(Qt::Key_F5);
+    key_to_window(Qt::Key_F5);
   });
-  pulsa(Qt::Key_F5);
+  key_to_window(Qt::Key_F5);
   EXPECT_TRUE(went_on);
 }
 
-TEST_F(teclado, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
+TEST_F(shortcuts, f9_sets_and_takes_the_breakpoint_of_the_address_in_direc) {
   record.type(id::direc, "00A");
   window.refresh();
-  pulsa(Qt::Key_F9);
+  key_to_window(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 1);
   EXPECT_EQ(record.focused(), (control_place{id::direc, 0}));
-  pulsa(Qt::Key_F9);
+  key_to_window(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts[10], 0);
 }
 
-TEST_F(teclado, f9_does_nothing_without_an_address) {
+TEST_F(shortcuts, f9_does_nothing_without_an_address) {
   record.type(id::direc, "7");
   window.refresh();
   ASSERT_FALSE(at(id::break_).isEnabled());
-  pulsa(Qt::Key_F9);
+  key_to_window(Qt::Key_F9);
   EXPECT_EQ(record.chip().breakpts, chipstate{}.breakpts);
   EXPECT_EQ(record.focused(), (control_place{id::direc, 0}));
 }
 
-TEST_F(teclado, the_function_keys_work_while_a_text_is_edited) {
+TEST_F(shortcuts, the_function_keys_work_while_a_text_is_edited) {
   write_file("NOP");
-  tecla(Qt::Key_F8);
+  key_to_focus(Qt::Key_F8);
   EXPECT_GT(record.chip().cycles, 0);
-  EXPECT_EQ(texto(), "NOP");
+  EXPECT_EQ(source_text(), "NOP");
 }
 
-TEST_F(teclado, no_tip_tells_of_the_function_keys) {
+TEST_F(shortcuts, no_tip_tells_of_the_function_keys) {
   EXPECT_EQ(at(id::eje1).toolTip(), "Ejecjutar una instrucción");
   EXPECT_EQ(at(id::ejecutar).toolTip(), "Ejecutar de forma continua");
   EXPECT_EQ(at(id::break_).toolTip(), "Borrar posición de memoria");
@@ -198,7 +198,7 @@ TEST_F(teclado, no_tip_tells_of_the_function_keys) {
 
 // --- mnemonics ---
 
-TEST_F(teclado, the_letter_behind_an_ampersand_and_alt_press_the_button_and_no_other) {
+TEST_F(shortcuts, the_letter_behind_an_ampersand_and_alt_press_the_button_and_no_other) {
   std::map<QString, QString> owners;
   for (const control& one : record.look_all()) {
     const QString caption = QString::fromStdString(one.text());
@@ -215,50 +215,50 @@ TEST_F(teclado, the_letter_behind_an_ampersand_and_alt_press_the_button_and_no_o
 
 // --- lists ---
 
-TEST_F(teclado, arrow_keys_click_each_line_of_the_program_list_and_enter_reads_it) {
+TEST_F(shortcuts, arrow_keys_click_each_line_of_the_program_list_and_enter_reads_it) {
   record.poke().progmem[1] = 0xC10;  // MOVLW 10
   at(id::MP).setFocus(Qt::TabFocusReason);
-  tecla(Qt::Key_Home);
+  key_to_focus(Qt::Key_Home);
   EXPECT_EQ(record.look(id::direc).text(), "000");
-  tecla(Qt::Key_Down);
+  key_to_focus(Qt::Key_Down);
   EXPECT_EQ(record.look(id::direc).text(), "001");
   EXPECT_EQ(record.look(id::INS).text(), "");
-  tecla(Qt::Key_Return);
+  key_to_focus(Qt::Key_Return);
   EXPECT_EQ(record.look(id::INS).text(), "MOVLW 10");
 }
 
-TEST_F(teclado, enter_chooses_the_line_of_a_register_list) {
+TEST_F(shortcuts, enter_chooses_the_line_of_a_register_list) {
   at(id::RE).setFocus(Qt::TabFocusReason);
-  tecla(Qt::Key_Home);
-  tecla(Qt::Key_Down);
-  tecla(Qt::Key_Return);
+  key_to_focus(Qt::Key_Home);
+  key_to_focus(Qt::Key_Down);
+  key_to_focus(Qt::Key_Return);
   EXPECT_EQ(record.look(id::dirdat).text(), "W");
   EXPECT_EQ(QApplication::focusWidget(), &at(id::dat));
 }
 
-TEST_F(teclado, arrow_keys_in_the_listing_go_to_the_address_of_its_line) {
+TEST_F(shortcuts, arrow_keys_in_the_listing_go_to_the_address_of_its_line) {
   write_file("NOP");
-  tecla(Qt::Key_Return);
+  key_to_focus(Qt::Key_Return);
   write_file("SLEEP");
   click(id::Ensamblar);
   click(id::sl, 1);
   at(id::lst).setFocus(Qt::TabFocusReason);
-  for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
+  for (int line = 0; line < 4; ++line) key_to_focus(Qt::Key_Down);
   EXPECT_EQ(record.look(id::MP).row(), 1);
   EXPECT_EQ(record.look(id::INS).text(), "SLEEP");
 }
 
 /// The listing of two words, with the caret on the line of the second.
-class in_the_listing : public teclado {
+class in_the_listing : public shortcuts {
  protected:
   in_the_listing() {
     write_file("NOP");
-    tecla(Qt::Key_Return);
+    key_to_focus(Qt::Key_Return);
     write_file("SLEEP");
     click(id::Ensamblar);
     click(id::sl, 1);
     lst().setFocus(Qt::TabFocusReason);
-    for (int line = 0; line < 4; ++line) tecla(Qt::Key_Down);
+    for (int line = 0; line < 4; ++line) key_to_focus(Qt::Key_Down);
     record.press_map(100);
     window.refresh();
   }
@@ -312,8 +312,8 @@ TEST_F(in_the_listing, keys_that_are_commands_are_no_key_of_it) {
   EXPECT_EQ(record.look(id::MP).row(), 1);
   record.press_map(100);
   window.refresh();
-  tecla(Qt::Key_Down);
-  tecla(Qt::Key_Up);
+  key_to_focus(Qt::Key_Down);
+  key_to_focus(Qt::Key_Up);
   EXPECT_EQ(record.look(id::MP).row(), 1);
 }
 

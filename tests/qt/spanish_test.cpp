@@ -42,10 +42,11 @@ namespace estructura {
 namespace {
 
 /// The same in both languages.
-const std::set<QString> iguales = {"Ctrl", "Alt", "Meta", "Num", "Esc", "Tab", "+", "F%1", "&No", "No", "--"};
+const std::set<QString> same_in_both = {"Ctrl", "Alt", "Meta", "Num", "Esc", "Tab",
+                                        "+",    "F%1", "&No",  "No",  "--"};
 
 /// Notes every phrase that somebody asks a translation for and that nobody has one for.
-class sonda final : public QTranslator {
+class translation_probe final : public QTranslator {
  public:
   [[nodiscard]] bool isEmpty() const override { return false; }
   QString translate(const char* context, const char* source, const char* note, int n) const override {
@@ -56,7 +57,7 @@ class sonda final : public QTranslator {
     ++asked;
     // Who reads a key's name compares it with all there are. Those that are shown have a test of their own.
     if (qstrcmp(context, "QShortcut") == 0) return answer;
-    if (answer == QString::fromUtf8(source) && !iguales.contains(answer) && !answer.isEmpty())
+    if (answer == QString::fromUtf8(source) && !same_in_both.contains(answer) && !answer.isEmpty())
       missing.insert(QString::fromUtf8(context) + " | " + answer);
     return answer;
   }
@@ -68,7 +69,7 @@ class sonda final : public QTranslator {
   mutable bool asking_ = false;
 };
 
-const QRegularExpression& palabras_inglesas() {
+const QRegularExpression& english_words() {
   static const QRegularExpression words(
       "\\b(undo|redo|cut|copy|paste|delete|select|open|save|cancel|yes|close|files?|name|size|type|kind|date|"
       "modified|computer|look|directory|folder|back|forward|parent|create|new|view|detail|rename|show|hidden|"
@@ -80,72 +81,72 @@ const QRegularExpression& palabras_inglesas() {
 }
 
 /// What is shown, collected and looked through.
-class dicho {
+class shown_texts {
  public:
-  void di(const QString& text, const QString& where) {
+  void check(const QString& text, const QString& where) {
     ++count_;
     QString plain = text;
     plain.remove('&');
-    const auto found = palabras_inglesas().match(plain);
+    const auto found = english_words().match(plain);
     EXPECT_FALSE(found.hasMatch()) << where.toStdString() << ": " << text.toStdString();
   }
 
-  void widget(const QWidget& one) {
+  void check_widget(const QWidget& one) {
     const QString where = QString::fromLatin1(one.metaObject()->className()) + ' ' + one.objectName();
     for (const QString& text : {one.toolTip(), one.statusTip(), one.whatsThis(), one.accessibleName(),
                                 one.accessibleDescription(), one.windowTitle()})
-      di(text, where);
+      check(text, where);
     if (const auto* button = qobject_cast<const QAbstractButton*>(&one)) {
-      di(button->text(), where);
-      di(button->shortcut().toString(QKeySequence::NativeText), where);
+      check(button->text(), where);
+      check(button->shortcut().toString(QKeySequence::NativeText), where);
     }
-    if (const auto* label = qobject_cast<const QLabel*>(&one)) di(label->text(), where);
+    if (const auto* label = qobject_cast<const QLabel*>(&one)) check(label->text(), where);
     if (const auto* combo = qobject_cast<const QComboBox*>(&one))
-      for (int i = 0; i < combo->count(); ++i) di(combo->itemText(i), where);
-    if (const auto* edit = qobject_cast<const QLineEdit*>(&one)) di(edit->placeholderText(), where);
-    if (const auto* menu = qobject_cast<const QMenu*>(&one)) acciones(menu->actions());
-    if (const auto* view = qobject_cast<const QAbstractItemView*>(&one)) vista(*view);
+      for (int i = 0; i < combo->count(); ++i) check(combo->itemText(i), where);
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&one)) check(edit->placeholderText(), where);
+    if (const auto* menu = qobject_cast<const QMenu*>(&one)) check_actions(menu->actions());
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(&one)) check_view(*view);
   }
 
-  void todo(const QWidget& top) {
-    widget(top);
-    for (const QWidget* one : top.findChildren<QWidget*>()) widget(*one);
+  void check_all(const QWidget& top) {
+    check_widget(top);
+    for (const QWidget* one : top.findChildren<QWidget*>()) check_widget(*one);
   }
 
   [[nodiscard]] int count() const { return count_; }
 
  private:
-  void acciones(const QList<QAction*>& actions) {
+  void check_actions(const QList<QAction*>& actions) {
     for (const QAction* action : actions) {
-      di(action->text(), "action");
-      di(action->toolTip(), "action's tip");
+      check(action->text(), "action");
+      check(action->toolTip(), "action's tip");
       for (const QKeySequence& keys : action->shortcuts())
-        di(keys.toString(QKeySequence::NativeText), "action's key");
-      if (action->menu() != nullptr) acciones(action->menu()->actions());
+        check(keys.toString(QKeySequence::NativeText), "action's key");
+      if (action->menu() != nullptr) check_actions(action->menu()->actions());
     }
   }
-  void vista(const QAbstractItemView& view) {
+  void check_view(const QAbstractItemView& view) {
     if (view.model() == nullptr) return;
     for (int column = 0; column < view.model()->columnCount(view.rootIndex()); ++column) {
-      di(view.model()->headerData(column, Qt::Horizontal).toString(), "header");
+      check(view.model()->headerData(column, Qt::Horizontal).toString(), "header");
       for (int row = 0; row < view.model()->rowCount(view.rootIndex()); ++row)
-        di(view.model()->index(row, column, view.rootIndex()).data().toString(), "cell");
+        check(view.model()->index(row, column, view.rootIndex()).data().toString(), "cell");
     }
   }
 
   int count_ = 0;
 };
 
-class espanol : public testing::Test {
+class spanish : public testing::Test {
  protected:
-  espanol() : window((record.Form_Load(), record)) {
+  spanish() : window((record.Form_Load(), record)) {
     QCoreApplication::installTranslator(&probe);
     host.set_window(&window);
     window.show();
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window, support::hang_ms));
   }
-  ~espanol() override {
+  ~spanish() override {
     QCoreApplication::removeTranslator(&probe);
     for (const QString& phrase : probe.missing) ADD_FAILURE() << "no Spanish for " << phrase.toStdString();
     EXPECT_GT(probe.asked, 0);
@@ -200,15 +201,15 @@ class espanol : public testing::Test {
     QStringList texts;
     with_menu([&] { ask_for_menu(where, point); },
               [&](QMenu& menu) {
-                said.todo(menu);
+                said.check_all(menu);
                 for (const QAction* action : menu.actions())
                   if (!action->isSeparator()) texts << action->text().remove('&');
               });
     return texts.join(" | ").toStdString();
   }
 
-  sonda probe;
-  dicho said;
+  translation_probe probe;
+  shown_texts said;
   QTemporaryDir folder;
   qt_host host;
   Estructura record{host};
@@ -218,21 +219,21 @@ class espanol : public testing::Test {
 // --- context menus ---
 
 /// What the menu of a text that can be changed holds. Desktops differ in the key that does again.
-std::string menu_de_texto() {
+std::string text_menu() {
   const QString redo = QKeySequence(QKeySequence::Redo).toString(QKeySequence::PortableText);
   const std::string key = redo == "Ctrl+Y" ? "Ctrl+Y" : "Ctrl+Mayús+Z";
   return "Deshacer\tCtrl+Z | Rehacer\t" + key +
          " | Cortar\tCtrl+X | Copiar\tCtrl+C | Pegar\tCtrl+V | Borrar | Seleccionar todo\tCtrl+A";
 }
 
-TEST_F(espanol, the_menu_of_the_source_names_commands_and_keys) {
+TEST_F(spanish, the_menu_of_the_source_names_commands_and_keys) {
   record.type(id::source, "NOP");
   record.select(id::source, 0, 3);
   window.refresh();
-  EXPECT_EQ(menu_of(*at<QPlainTextEdit>(id::source).viewport()), menu_de_texto());
+  EXPECT_EQ(menu_of(*at<QPlainTextEdit>(id::source).viewport()), text_menu());
 }
 
-TEST_F(espanol, the_menu_of_the_listing_copies) {
+TEST_F(spanish, the_menu_of_the_listing_copies) {
   record.type(id::source, "NOP");
   record.click(id::Ensamblar);
   record.click(id::sl, 1);
@@ -240,14 +241,14 @@ TEST_F(espanol, the_menu_of_the_listing_copies) {
   EXPECT_EQ(menu_of(*at<QPlainTextEdit>(id::lst).viewport()), "Copiar\tCtrl+C | Seleccionar todo\tCtrl+A");
 }
 
-TEST_F(espanol, the_menu_of_every_line_of_entry_is_the_same) {
+TEST_F(spanish, the_menu_of_every_line_of_entry_is_the_same) {
   record.click_row(id::RE, 0, 1);
   window.refresh();
   for (const id which : {id::direc, id::INS, id::FREC, id::FR, id::dat})
-    EXPECT_EQ(menu_of(at(which)), menu_de_texto()) << at(which).objectName().toStdString();
+    EXPECT_EQ(menu_of(at(which)), text_menu()) << at(which).objectName().toStdString();
 }
 
-TEST_F(espanol, the_menus_of_scroll_bars) {
+TEST_F(spanish, the_menus_of_scroll_bars) {
   auto& source = at<QPlainTextEdit>(id::source);
   EXPECT_EQ(menu_of(*source.verticalScrollBar()),
             "Desplazar hasta aquí | Principio | Final | Una página hacia arriba | Una página hacia abajo | "
@@ -257,7 +258,7 @@ TEST_F(espanol, the_menus_of_scroll_bars) {
             "Una página a la derecha | Desplazar hacia la izquierda | Desplazar hacia la derecha");
 }
 
-TEST_F(espanol, every_key_has_a_spanish_name) {
+TEST_F(spanish, every_key_has_a_spanish_name) {
   const auto name = [](QKeyCombination keys) {
     return QKeySequence(keys).toString(QKeySequence::NativeText);
   };
@@ -270,13 +271,13 @@ TEST_F(espanol, every_key_has_a_spanish_name) {
         Qt::Key_Right,   Qt::Key_Down,       Qt::Key_PageUp,  Qt::Key_PageDown,  Qt::Key_CapsLock,
         Qt::Key_NumLock, Qt::Key_ScrollLock, Qt::Key_Menu,    Qt::Key_Help,      Qt::Key_Space})
     EXPECT_TRUE(name(key) != QKeySequence(key).toString(QKeySequence::PortableText) ||
-                iguales.contains(name(key)))
+                same_in_both.contains(name(key)))
         << name(key).toStdString();
 }
 
 // --- boxes ---
 
-TEST_F(espanol, boxes_of_every_kind) {
+TEST_F(spanish, boxes_of_every_kind) {
   const std::pair<box, QStringList> kinds[] = {
       {box::ok, {"Aceptar"}},
       {box::ok_right, {"Aceptar"}},
@@ -287,7 +288,7 @@ TEST_F(espanol, boxes_of_every_kind) {
   for (const auto& [kind, captions] : kinds) {
     with_box([&, what = kind] { host.show_box(what, "Texto"); },
              [&, wanted = captions](QDialog& dialog) {
-               said.todo(dialog);
+               said.check_all(dialog);
                QStringList got;
                for (const auto* button : dialog.findChildren<QAbstractButton*>())
                  got << button->text().remove('&');
@@ -302,7 +303,7 @@ TEST_F(espanol, boxes_of_every_kind) {
 
 // --- the file dialog ---
 
-class dialogo : public espanol {
+class spanish_file_dialog : public spanish {
  protected:
   void SetUp() override {
     QDir(folder.path()).mkdir("carpeta");
@@ -340,14 +341,14 @@ class dialogo : public espanol {
   }
 };
 
-TEST_F(dialogo, both_dialogs_in_both_views) {
+TEST_F(spanish_file_dialog, both_dialogs_in_both_views) {
   for (const bool save : {false, true})
     with_dialog(save, [&](QFileDialog& files) {
       EXPECT_EQ(files.windowTitle(), save ? "Salvar como" : "Abrir");
       EXPECT_EQ(files.findChild<QLabel*>("fileTypeLabel")->text(), "Tipo de fichero:");
       EXPECT_EQ(files.findChild<QLabel*>("fileNameLabel")->text().remove('&'), "Nombre del fichero:");
       EXPECT_EQ(files.findChild<QLabel*>("lookInLabel")->text(), "Buscar en:");
-      said.todo(files);
+      said.check_all(files);
       files.findChild<QAbstractButton*>("detailModeButton")->click();
       QCoreApplication::processEvents();
       const auto* tree = files.findChild<QTreeView*>("treeView");
@@ -355,11 +356,11 @@ TEST_F(dialogo, both_dialogs_in_both_views) {
       QStringList headers;
       for (int i = 0; i < 4; ++i) headers << tree->model()->headerData(i, Qt::Horizontal).toString();
       EXPECT_EQ(headers, QStringList({"Nombre", "Tamaño", "Tipo", "Modificado"}));
-      said.todo(files);
+      said.check_all(files);
     });
 }
 
-TEST_F(dialogo, places_and_labels_are_seen_whole) {
+TEST_F(spanish_file_dialog, places_and_labels_are_seen_whole) {
   with_dialog(false, [&](QFileDialog& files) {
     // Without a box to lead to, Qt shows the sign of the underlined letter itself.
     for (const auto* label : files.findChildren<QLabel*>())
@@ -372,7 +373,7 @@ TEST_F(dialogo, places_and_labels_are_seen_whole) {
   });
 }
 
-TEST_F(dialogo, sizes_and_dates_are_written_as_in_spain_whatever_the_desktop) {
+TEST_F(spanish_file_dialog, sizes_and_dates_are_written_as_in_spain_whatever_the_desktop) {
   with_dialog(false, [&](QFileDialog& files) {
     const QLocale spain(QLocale::Spanish, QLocale::Spain);
     const QDateTime changed = QFileInfo(folder.filePath("uno.hex")).lastModified();
@@ -382,7 +383,7 @@ TEST_F(dialogo, sizes_and_dates_are_written_as_in_spain_whatever_the_desktop) {
   });
 }
 
-TEST_F(dialogo, menus_of_a_file_of_the_empty_sheet_and_of_the_name) {
+TEST_F(spanish_file_dialog, menus_of_a_file_of_the_empty_sheet_and_of_the_name) {
   with_dialog(true, [&](QFileDialog& files) {
     QListView& list = list_of(files);
     EXPECT_EQ(menu_of(*list.viewport(), list.visualRect(entry(files, "uno.hex")).center()),
@@ -394,7 +395,7 @@ TEST_F(dialogo, menus_of_a_file_of_the_empty_sheet_and_of_the_name) {
   });
 }
 
-TEST_F(dialogo, deleting_asks_in_spanish) {
+TEST_F(spanish_file_dialog, deleting_asks_in_spanish) {
   QFile protected_file(folder.filePath("dos.asm"));
   ASSERT_TRUE(protected_file.setPermissions(QFile::ReadOwner));
   with_dialog(false, [&](QFileDialog& files) {
@@ -402,7 +403,7 @@ TEST_F(dialogo, deleting_asks_in_spanish) {
       list_of(files).setCurrentIndex(entry(files, name));
       with_box([&] { QMetaObject::invokeMethod(&files, "_q_deleteCurrent"); },
                [&](QDialog& box) {
-                 said.todo(box);
+                 said.check_all(box);
                  dynamic_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
                },
                &files);
@@ -411,7 +412,7 @@ TEST_F(dialogo, deleting_asks_in_spanish) {
   EXPECT_TRUE(QFile::exists(folder.filePath("uno.hex")));
 }
 
-TEST_F(dialogo, keys_of_the_dialog_are_those_that_it_had) {
+TEST_F(spanish_file_dialog, keys_of_the_dialog_are_those_that_it_had) {
   with_dialog(false, [](QFileDialog& files) {
     const std::pair<const char*, QKeyCombination> buttons[] = {
         {"backButton", Qt::ALT | Qt::Key_Left},
@@ -423,7 +424,7 @@ TEST_F(dialogo, keys_of_the_dialog_are_those_that_it_had) {
   });
 }
 
-TEST_F(dialogo, a_new_folder_has_a_spanish_name) {
+TEST_F(spanish_file_dialog, a_new_folder_has_a_spanish_name) {
   with_dialog(true, [&](QFileDialog& files) {
     files.findChild<QAbstractButton*>("newFolderButton")->click();
     EXPECT_TRUE(QDir(folder.path()).exists("Carpeta nueva"));
@@ -432,7 +433,7 @@ TEST_F(dialogo, a_new_folder_has_a_spanish_name) {
 
 // --- what is read aloud ---
 
-TEST_F(espanol, actions_offered_to_a_screen_reader) {
+TEST_F(spanish, actions_offered_to_a_screen_reader) {
   for (const QString& name :
        {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::increaseAction(),
         QAccessibleActionInterface::decreaseAction(), QAccessibleActionInterface::showMenuAction(),
@@ -441,8 +442,8 @@ TEST_F(espanol, actions_offered_to_a_screen_reader) {
         QAccessibleActionInterface::scrollUpAction(), QAccessibleActionInterface::scrollDownAction(),
         QAccessibleActionInterface::nextPageAction(), QAccessibleActionInterface::previousPageAction()}) {
     QAccessibleInterface* const button = QAccessible::queryAccessibleInterface(&at(id::eje1));
-    said.di(button->actionInterface()->localizedActionName(name), name);
-    said.di(button->actionInterface()->localizedActionDescription(name), name);
+    said.check(button->actionInterface()->localizedActionName(name), name);
+    said.check(button->actionInterface()->localizedActionDescription(name), name);
   }
 }
 

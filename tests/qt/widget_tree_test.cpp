@@ -15,7 +15,7 @@
 namespace estructura {
 namespace {
 
-class widget_tree : public support::ventana_real<> {
+class widget_tree : public support::real_window<> {
  protected:
   /// The name of the frame of the inventory that an object is; empty for any other.
   static std::string frame_that_is(const QObject* object) {

@@ -41,7 +41,7 @@ namespace {
 
 constexpr int goto_self = 0xA00;
 
-class ventana_abierta : public support::ventana_real<> {
+class main_window_test : public support::real_window<> {
  protected:
   void click_row(id which, int index, int row, Qt::KeyboardModifiers keys = {}) {
     auto& view = at<QListView>(which, index);
@@ -101,7 +101,7 @@ class ventana_abierta : public support::ventana_real<> {
 
 // --- size and keyboard ---
 
-TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
+TEST_F(main_window_test, fits_a_screen_of_1366_by_768_on_every_device) {
   for (const auto& [device, model] : catalogue) {
     record.pick(id::PIC, device);
     window.refresh();
@@ -110,7 +110,7 @@ TEST_F(ventana_abierta, fits_a_screen_of_1366_by_768_on_every_device) {
   }
 }
 
-TEST_F(ventana_abierta, nothing_moves_when_the_device_changes) {
+TEST_F(main_window_test, nothing_moves_when_the_device_changes) {
   const QPoint before = at(id::MD, 0).mapTo(&window, QPoint());
   const QSize size = window.least();
   record.pick(id::PIC, "12C508");
@@ -120,7 +120,7 @@ TEST_F(ventana_abierta, nothing_moves_when_the_device_changes) {
   EXPECT_EQ(window.least(), size);
 }
 
-TEST_F(ventana_abierta, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
+TEST_F(main_window_test, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
   const QPoint trisa = at(id::TRISA).pos();
   EXPECT_NE(at(id::TRISB).pos(), trisa);
   record.pick(id::PIC, "12C508");
@@ -133,7 +133,7 @@ TEST_F(ventana_abierta, tris_takes_the_line_of_trisa_where_there_is_no_trisa) {
   EXPECT_NE(at(id::TRISB).pos(), trisa);
 }
 
-TEST_F(ventana_abierta, binary_views_stand_beside_the_lines_they_show) {
+TEST_F(main_window_test, binary_views_stand_beside_the_lines_they_show) {
   const auto middle_of_row = [&](id list, int index, int row) {
     auto& view = at<QListView>(list, index);
     return view.viewport()->mapTo(&window, view.visualRect(view.model()->index(row, 0)).center()).y();
@@ -148,7 +148,7 @@ TEST_F(ventana_abierta, binary_views_stand_beside_the_lines_they_show) {
   EXPECT_EQ(at(id::lstatus).mapTo(&window, QPoint()).x(), at(id::STATUS).mapTo(&window, QPoint()).x());
 }
 
-TEST_F(ventana_abierta, the_current_program_line_stays_in_sight_when_the_window_becomes_lower) {
+TEST_F(main_window_test, the_current_program_line_stays_in_sight_when_the_window_becomes_lower) {
   auto& program = at<QListView>(id::MP);
   const auto line = [&] { return program.visualRect(program.currentIndex()); };
   const auto whole = [&] { return program.viewport()->rect().contains(line()); };
@@ -167,12 +167,12 @@ TEST_F(ventana_abierta, the_current_program_line_stays_in_sight_when_the_window_
   EXPECT_FALSE(whole());
 }
 
-TEST_F(ventana_abierta, no_control_has_the_focus_at_the_start) {
+TEST_F(main_window_test, no_control_has_the_focus_at_the_start) {
   EXPECT_EQ(record.focused().which, id::none);
   EXPECT_EQ(QApplication::focusWidget(), at(id::Frame7).parentWidget());
 }
 
-TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_table) {
+TEST_F(main_window_test, the_tab_key_walks_the_controls_in_the_order_of_their_table) {
   int last = -1;
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   const QWidget* const first = QApplication::focusWidget();
@@ -203,14 +203,14 @@ TEST_F(ventana_abierta, the_tab_key_walks_the_controls_in_the_order_of_their_tab
   EXPECT_EQ(walked, usable);
 }
 
-TEST_F(ventana_abierta, alt_and_a_letter_clicks) {
+TEST_F(main_window_test, alt_and_a_letter_clicks) {
   load_endless_program();
   QTest::keyClick(&window, Qt::Key_1, Qt::AltModifier);
   EXPECT_TRUE(QTest::qWaitFor([&] { return record.chip().cycles > 0; }, support::hang_ms));
   EXPECT_EQ(record.chip().cycles, 3);
 }
 
-TEST_F(ventana_abierta, the_arrow_keys_walk_a_register_list_and_space_chooses) {
+TEST_F(main_window_test, the_arrow_keys_walk_a_register_list_and_space_chooses) {
   at(id::MDP).setFocus(Qt::TabFocusReason);
   for (int i = 0; i < 4; ++i) QTest::keyClick(&at(id::MDP), Qt::Key_Down);
   EXPECT_EQ(record.look(id::dirdat).text(), "");
@@ -221,7 +221,7 @@ TEST_F(ventana_abierta, the_arrow_keys_walk_a_register_list_and_space_chooses) {
 
 // --- mouse ---
 
-TEST_F(ventana_abierta, a_click_on_the_line_that_is_selected_is_a_click_again) {
+TEST_F(main_window_test, a_click_on_the_line_that_is_selected_is_a_click_again) {
   click_row(id::MP, 0, 5);
   auto& direc = at<QLineEdit>(id::direc);
   EXPECT_EQ(direc.text(), "005");
@@ -232,7 +232,7 @@ TEST_F(ventana_abierta, a_click_on_the_line_that_is_selected_is_a_click_again) {
   EXPECT_EQ(direc.text(), "005");
 }
 
-TEST_F(ventana_abierta, a_scrolled_list_does_not_move_under_a_click) {
+TEST_F(main_window_test, a_scrolled_list_does_not_move_under_a_click) {
   auto& list = at<QListView>(id::MP);
   list.scrollToTop();
   click_row(id::MP, 0, 4);
@@ -240,7 +240,7 @@ TEST_F(ventana_abierta, a_scrolled_list_does_not_move_under_a_click) {
   EXPECT_EQ(list.indexAt(QPoint(1, 1)).row(), 0);
 }
 
-TEST_F(ventana_abierta, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
+TEST_F(main_window_test, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
   auto& list = at<QListView>(id::MP);
   const auto in_sight = [&](int row) {
     return list.viewport()->rect().contains(list.visualRect(list.model()->index(row, 0)));
@@ -256,7 +256,7 @@ TEST_F(ventana_abierta, a_line_chosen_out_of_sight_comes_into_sight_each_time) {
   }
 }
 
-TEST_F(ventana_abierta, an_address_typed_again_brings_its_line_into_sight) {
+TEST_F(main_window_test, an_address_typed_again_brings_its_line_into_sight) {
   auto& list = at<QListView>(id::MP);
   const auto in_sight = [&] {
     return list.viewport()->rect().contains(list.visualRect(list.model()->index(1000, 0)));
@@ -273,7 +273,7 @@ TEST_F(ventana_abierta, an_address_typed_again_brings_its_line_into_sight) {
 }
 
 /// A window smaller than its controls.
-class small_window : public ventana_abierta {
+class small_window : public main_window_test {
  protected:
   small_window() {
     record.poke().progmem[2047] = 0xA80;  // GOTO 080
@@ -347,7 +347,7 @@ TEST_F(small_window, a_run_leaves_the_window_where_the_person_has_scrolled_it) {
   EXPECT_EQ(seen, across.maximum());
 }
 
-TEST_F(ventana_abierta, a_register_can_be_chosen_twice) {
+TEST_F(main_window_test, a_register_can_be_chosen_twice) {
   for (int time = 0; time < 2; ++time) {
     click_row(id::MD, 1, 3);
     EXPECT_EQ(record.look(id::dirdat).text(), "13.1 (33)");
@@ -357,21 +357,21 @@ TEST_F(ventana_abierta, a_register_can_be_chosen_twice) {
   }
 }
 
-TEST_F(ventana_abierta, the_first_click_into_an_entry_keeps_it_selected_and_the_second_sets_the_caret) {
+TEST_F(main_window_test, the_first_click_into_an_entry_keeps_it_selected_and_the_second_sets_the_caret) {
   click(id::FREC);
   EXPECT_EQ(at<QLineEdit>(id::FREC).selectedText(), "4000");
   click(id::FREC);
   EXPECT_EQ(at<QLineEdit>(id::FREC).selectedText(), "");
 }
 
-TEST_F(ventana_abierta, the_sleep_box_cannot_be_checked_by_hand) {
+TEST_F(main_window_test, the_sleep_box_cannot_be_checked_by_hand) {
   click(id::estsleep);
   EXPECT_FALSE(at<QAbstractButton>(id::estsleep).isChecked());
 }
 
 // --- text ---
 
-TEST_F(ventana_abierta, typed_letters_reach_the_record_with_the_caret) {
+TEST_F(main_window_test, typed_letters_reach_the_record_with_the_caret) {
   click(id::source);
   QTest::keyClicks(&at(id::source), "uno");
   QTest::keyClick(&at(id::source), Qt::Key_Return);
@@ -380,7 +380,7 @@ TEST_F(ventana_abierta, typed_letters_reach_the_record_with_the_caret) {
   EXPECT_EQ(record.look(id::source).sel_start(), 8);
 }
 
-TEST_F(ventana_abierta, what_an_editing_button_inserts_can_be_undone) {
+TEST_F(main_window_test, what_an_editing_button_inserts_can_be_undone) {
   click(id::source);
   QTest::keyClicks(&at(id::source), "ab");
   QTest::keyClick(&at(id::source), Qt::Key_Left);
@@ -392,14 +392,14 @@ TEST_F(ventana_abierta, what_an_editing_button_inserts_can_be_undone) {
   EXPECT_EQ(record.look(id::source).text(), "ab");
 }
 
-TEST_F(ventana_abierta, a_line_of_entry_holds_what_the_record_holds_however_long) {
+TEST_F(main_window_test, a_line_of_entry_holds_what_the_record_holds_however_long) {
   const std::string text(40'000, 'A');
   record.type(id::INS, text);
   window.refresh();
   EXPECT_EQ(at<QLineEdit>(id::INS).text().toStdString(), text);
 }
 
-TEST_F(ventana_abierta, a_value_typed_and_entered_reaches_the_register) {
+TEST_F(main_window_test, a_value_typed_and_entered_reaches_the_register) {
   click_row(id::RE, 0, 1);
   QTest::keyClicks(&at(id::dat), "a5");
   QTest::keyClick(&at(id::dat), Qt::Key_Return);
@@ -409,7 +409,7 @@ TEST_F(ventana_abierta, a_value_typed_and_entered_reaches_the_register) {
 
 // --- continuous runs and closing ---
 
-TEST_F(ventana_abierta, a_click_on_the_same_button_stops_a_run) {
+TEST_F(main_window_test, a_click_on_the_same_button_stops_a_run) {
   load_endless_program();
   run_program([&] { return running(); },
               [&] {
@@ -423,7 +423,7 @@ TEST_F(ventana_abierta, a_click_on_the_same_button_stops_a_run) {
   EXPECT_FALSE(record.ended());
 }
 
-TEST_F(ventana_abierta, the_views_are_live_during_a_run) {
+TEST_F(main_window_test, the_views_are_live_during_a_run) {
   load_endless_program();
   QString early;
   run_program(
@@ -436,7 +436,7 @@ TEST_F(ventana_abierta, the_views_are_live_during_a_run) {
   EXPECT_NE(early, "");
 }
 
-TEST_F(ventana_abierta, other_controls_are_served_during_a_run) {
+TEST_F(main_window_test, other_controls_are_served_during_a_run) {
   load_endless_program();
   run_program([&] { return running(); },
               [&] {
@@ -450,7 +450,7 @@ TEST_F(ventana_abierta, other_controls_are_served_during_a_run) {
   EXPECT_EQ(record.chip().cpu.w, 7);
 }
 
-TEST_F(ventana_abierta, closing_during_a_run_ends_the_program) {
+TEST_F(main_window_test, closing_during_a_run_ends_the_program) {
   load_endless_program();
   run_program([&] { return running(); }, [&] { window.close(); });
   EXPECT_TRUE(record.ended());
@@ -458,14 +458,14 @@ TEST_F(ventana_abierta, closing_during_a_run_ends_the_program) {
   EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(ventana_abierta, the_end_button_ends_the_program_from_within_a_run) {
+TEST_F(main_window_test, the_end_button_ends_the_program_from_within_a_run) {
   load_endless_program();
   run_program([&] { return running(); }, [&] { click(id::fin); });
   EXPECT_TRUE(record.ended());
   EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(ventana_abierta, closing_while_a_box_is_open_ends_the_program) {
+TEST_F(main_window_test, closing_while_a_box_is_open_ends_the_program) {
   record.type(id::source, "algo");
   const auto box_open = [] { return QApplication::activeModalWidget() != nullptr; };
   run([&] { click(id::cargarasm); }, box_open,
@@ -487,7 +487,7 @@ TEST_F(ventana_abierta, closing_while_a_box_is_open_ends_the_program) {
   EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(ventana_abierta, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
+TEST_F(main_window_test, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
   record.pick(id::PIC, "12C508");
   chipstate& chip = record.poke();
   chip.progmem[511] = goto_self;
@@ -505,7 +505,7 @@ TEST_F(ventana_abierta, a_sleeping_chip_is_woken_by_a_click_during_a_run) {
 // --- a box that comes back ---
 
 /// A run whose watchdog runs out every 144 cycles: no time passes between two boxes that a person could use.
-class watchdog_run : public ventana_abierta {
+class watchdog_run : public main_window_test {
  protected:
   watchdog_run() {
     record.type(id::FREC, "32");
@@ -624,7 +624,7 @@ TEST_F(watchdog_run, the_run_goes_on_by_itself_after_its_rest) {
 
 // --- boxes and dialogs ---
 
-TEST_F(ventana_abierta, a_question_of_two_buttons_is_not_closed_without_an_answer) {
+TEST_F(main_window_test, a_question_of_two_buttons_is_not_closed_without_an_answer) {
   const std::function<void(QDialog&)> tries[] = {
       [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
       [](QDialog& dialog) { QTest::keyClick(dialog.findChild<QPushButton*>(), Qt::Key_Escape); },
@@ -643,7 +643,7 @@ TEST_F(ventana_abierta, a_question_of_two_buttons_is_not_closed_without_an_answe
   }
 }
 
-TEST_F(ventana_abierta, a_question_of_three_buttons_is_cancelled_by_escape_and_by_its_close_button) {
+TEST_F(main_window_test, a_question_of_three_buttons_is_cancelled_by_escape_and_by_its_close_button) {
   for (const bool by_key : {true, false}) {
     answer given = answer::ok;
     with_box([&] { given = host.show_box(box::yesnocancel, "algo"); },
@@ -657,7 +657,7 @@ TEST_F(ventana_abierta, a_question_of_three_buttons_is_cancelled_by_escape_and_b
   }
 }
 
-TEST_F(ventana_abierta, an_enter_that_is_held_down_answers_no_question) {
+TEST_F(main_window_test, an_enter_that_is_held_down_answers_no_question) {
   for (const box kind : {box::yesno, box::yesnocancel}) {
     answer given = answer::ok;
     with_box([&] { given = host.show_box(kind, "algo"); },
@@ -674,7 +674,7 @@ TEST_F(ventana_abierta, an_enter_that_is_held_down_answers_no_question) {
   }
 }
 
-TEST_F(ventana_abierta, escape_on_the_questions_of_closing_loses_nothing) {
+TEST_F(main_window_test, escape_on_the_questions_of_closing_loses_nothing) {
   record.type(id::source, "algo");
   run([&] { window.close(); }, [] { return QApplication::activeModalWidget() != nullptr; },
       [&] {
@@ -687,7 +687,7 @@ TEST_F(ventana_abierta, escape_on_the_questions_of_closing_loses_nothing) {
   EXPECT_TRUE(record.ended());
 }
 
-TEST_F(ventana_abierta, questions_are_asked_in_spanish_in_a_fixed_order) {
+TEST_F(main_window_test, questions_are_asked_in_spanish_in_a_fixed_order) {
   record.type(id::source, "algo");
   with_box([&] { click(id::fin); },
            [](QDialog& dialog) {
@@ -707,7 +707,7 @@ TEST_F(ventana_abierta, questions_are_asked_in_spanish_in_a_fixed_order) {
   EXPECT_FALSE(record.ended());
 }
 
-TEST_F(ventana_abierta, the_watchdogs_box_is_aligned_right_and_has_no_icon) {
+TEST_F(main_window_test, the_watchdogs_box_is_aligned_right_and_has_no_icon) {
   for (const box kind : {box::ok_right, box::ok}) {
     with_box([&] { host.show_box(kind, "uno\rdos"); },
              [&](QDialog& dialog) {
@@ -721,7 +721,7 @@ TEST_F(ventana_abierta, the_watchdogs_box_is_aligned_right_and_has_no_icon) {
   }
 }
 
-TEST_F(ventana_abierta, a_tip_that_is_a_file_name_is_never_taken_for_marked_up_text) {
+TEST_F(main_window_test, a_tip_that_is_a_file_name_is_never_taken_for_marked_up_text) {
   const char* const name = "/tmp/a<b>x</b>&lt;.hex";
   auto& label = at<QLabel>(id::FILHEX);
   label.setToolTip(name);
@@ -735,7 +735,7 @@ TEST_F(ventana_abierta, a_tip_that_is_a_file_name_is_never_taken_for_marked_up_t
   QToolTip::hideText();
 }
 
-TEST_F(ventana_abierta, the_seven_file_buttons_and_no_others_bear_pictures) {
+TEST_F(main_window_test, the_seven_file_buttons_and_no_others_bear_pictures) {
   QStringList pictured;
   for (const auto* button : window.findChildren<QAbstractButton*>())
     if (!button->icon().isNull()) pictured << button->objectName();
@@ -744,7 +744,7 @@ TEST_F(ventana_abierta, the_seven_file_buttons_and_no_others_bear_pictures) {
                                    "salvarasm"}));
 }
 
-TEST_F(ventana_abierta, values_stand_digit_under_digit) {
+TEST_F(main_window_test, values_stand_digit_under_digit) {
   for (const id which :
        {id::MP, id::MDP, id::MD, id::RE, id::PIL, id::STATUS, id::OPT, id::source, id::lst}) {
     const QFontMetrics letters(at(which).font());
@@ -754,7 +754,7 @@ TEST_F(ventana_abierta, values_stand_digit_under_digit) {
   }
 }
 
-TEST_F(ventana_abierta, the_file_dialog_proposes_the_file_that_the_document_means) {
+TEST_F(main_window_test, the_file_dialog_proposes_the_file_that_the_document_means) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir("Curso"));
   QFile file(folder.filePath("Curso/Uno.ASM"));
@@ -773,7 +773,7 @@ TEST_F(ventana_abierta, the_file_dialog_proposes_the_file_that_the_document_mean
       });
 }
 
-TEST_F(ventana_abierta, a_folder_typed_in_the_file_dialog_is_entered_and_its_name_taken_away) {
+TEST_F(main_window_test, a_folder_typed_in_the_file_dialog_is_entered_and_its_name_taken_away) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir("Curso"));
   with_box(
@@ -793,7 +793,7 @@ TEST_F(ventana_abierta, a_folder_typed_in_the_file_dialog_is_entered_and_its_nam
       });
 }
 
-TEST_F(ventana_abierta, only_the_left_button_chooses_a_line) {
+TEST_F(main_window_test, only_the_left_button_chooses_a_line) {
   for (const id which : {id::MP, id::MDP, id::PIL, id::nombres}) {
     auto& list = at<QListView>(which);
     const QModelIndexList chosen = list.selectionModel()->selectedIndexes();
@@ -821,7 +821,7 @@ TEST(examples_folder, is_found_beside_an_installed_program_and_above_a_built_one
   EXPECT_EQ(examples_folder(place.filePath("opt/bin")), "");
 }
 
-TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {
+TEST_F(main_window_test, a_file_dialog_leaves_nothing_behind_for_the_next_run) {
   const QTemporaryDir folder;
   // Where Qt keeps what its file dialogs have seen.
   const QString of_dialogs = "QtProject";
@@ -838,7 +838,7 @@ TEST_F(ventana_abierta, a_file_dialog_leaves_nothing_behind_for_the_next_run) {
   EXPECT_FALSE(QFile::exists(QSettings(QSettings::UserScope, of_dialogs).fileName()));
 }
 
-class dialogo_de_ficheros : public ventana_abierta {
+class file_dialog_answer : public main_window_test {
  protected:
   /// What the dialog answers when this name is typed in it.
   std::string choose(bool save, const QString& name) {
@@ -863,14 +863,14 @@ class dialogo_de_ficheros : public ventana_abierta {
   QTemporaryDir folder;
 };
 
-TEST_F(dialogo_de_ficheros, gives_a_name_that_does_not_exist_and_never_asks_to_replace) {
+TEST_F(file_dialog_answer, gives_a_name_that_does_not_exist_and_never_asks_to_replace) {
   make("viejo.hex");
   EXPECT_EQ(choose(false, folder.filePath("nuevo.hex")), in_folder("nuevo.hex"));
   EXPECT_EQ(choose(true, folder.filePath("otro")), in_folder("otro.hex"));
   EXPECT_EQ(choose(true, folder.filePath("viejo.hex")), in_folder("viejo.hex"));
 }
 
-TEST_F(dialogo_de_ficheros, opens_the_file_named_in_full_before_one_with_the_extension) {
+TEST_F(file_dialog_answer, opens_the_file_named_in_full_before_one_with_the_extension) {
   for (const char* const name : {"LEEME", "leeme.hex", "dos.hex"}) make(name);
   EXPECT_EQ(choose(false, folder.filePath("LEEME")), in_folder("LEEME"));
   // The case of its letters does not matter, as in any other name.
@@ -882,7 +882,7 @@ TEST_F(dialogo_de_ficheros, opens_the_file_named_in_full_before_one_with_the_ext
   EXPECT_EQ(choose(true, folder.filePath("LEEME")), in_folder("LEEME.hex"));
 }
 
-TEST_F(ventana_abierta, a_dialog_cancelled_gives_no_name) {
+TEST_F(main_window_test, a_dialog_cancelled_gives_no_name) {
   std::string path = "algo";
   with_box([&] { path = host.choose_file(false, "Todos (*.*)|*.*", "hex", "/no/hay/tal.hex"); },
            [](QDialog& dialog) { dialog.reject(); });

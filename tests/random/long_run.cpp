@@ -1,7 +1,7 @@
 // A long continuous run in the real window, with a person at it all the time: pins, resets, values typed into
 // registers, source edited, other devices after a power-on, lists and boxes clicked.
 //
-//   carrera_larga 80000       gestures, some ten minutes; the exit status is 0 only if what is claimed below
+//   long_run 80000       gestures, some ten minutes; the exit status is 0 only if what is claimed below
 //   holds
 //
 // Claimed: no fault occurs; the run goes on until the last gesture; while the person rests, which is when

@@ -2,8 +2,8 @@
 // again with mouse and keys on the widgets, and after each event, also in the middle of a run, everything
 // that can be seen of the two must be the same.
 //
-//   ventana_azar                   a few thousand events; a hundred thousand where ESTRUCTURA_LONG is 1
-//   ventana_azar EVENTS [SEED]
+//   random_events                   a few thousand events; a hundred thousand where ESTRUCTURA_LONG is 1
+//   random_events EVENTS [SEED]
 //
 // On a difference it prints the seed and the script that leads there from a fresh window: run by
 // `guion --ventana` its `expect` fails, run by `guion` it does not.

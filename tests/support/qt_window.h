@@ -1,9 +1,9 @@
 // The real window, open and active, for one test.
 //
-//   class menus : public support::ventana_real<> {};
+//   class menus : public support::real_window<> {};
 //   TEST_F(menus, ...) { click(id::eje1); EXPECT_EQ(at<QLabel>(id::ciclos).text(), "1"); }
 //
-// The host may be another than that of the program: `ventana_real<mine>`.
+// The host may be another than that of the program: `real_window<mine>`.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,9 +17,9 @@
 namespace estructura::support {
 
 template <class Host = qt_host>
-class ventana_real : public testing::Test {
+class real_window : public testing::Test {
  protected:
-  ventana_real() : window((record.Form_Load(), record)) {
+  real_window() : window((record.Form_Load(), record)) {
     host.set_window(&window);
     // As on a screen of 1366 by 768, whatever the screen is.
     window.resize(window.least().expandedTo({1366, 720}));

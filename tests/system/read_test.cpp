@@ -61,7 +61,7 @@ class read_document : public testing::TestWithParam<document_kind> {
   document_window window{GetParam()};
 };
 
-INSTANTIATE_TEST_SUITE_P(documentos, read_document,
+INSTANTIATE_TEST_SUITE_P(documents, read_document,
                          testing::Values(document_kind::hex, document_kind::source_text), support::case_name);
 
 TEST_P(read_document, refuses_at_once_what_is_no_file_and_takes_the_next) {

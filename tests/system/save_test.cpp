@@ -71,7 +71,7 @@ class save_document : public testing::TestWithParam<document_kind> {
   document_window window{GetParam()};
 };
 
-INSTANTIATE_TEST_SUITE_P(documentos, save_document,
+INSTANTIATE_TEST_SUITE_P(documents, save_document,
                          testing::Values(document_kind::hex, document_kind::hex84,
                                          document_kind::source_text),
                          support::case_name);

@@ -48,7 +48,7 @@ class EachMode : public testing::TestWithParam<const char*> {
 std::string mode_name(const testing::TestParamInfo<const char*>& info);
 
 #ifdef GUION_WINDOW
-#define IN_EACH_MODE(suite) INSTANTIATE_TEST_SUITE_P(modo, suite, testing::Values("", "--ventana"), mode_name)
+#define IN_EACH_MODE(suite) INSTANTIATE_TEST_SUITE_P(mode, suite, testing::Values("", "--ventana"), mode_name)
 #else
-#define IN_EACH_MODE(suite) INSTANTIATE_TEST_SUITE_P(modo, suite, testing::Values(""), mode_name)
+#define IN_EACH_MODE(suite) INSTANTIATE_TEST_SUITE_P(mode, suite, testing::Values(""), mode_name)
 #endif
