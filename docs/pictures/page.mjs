@@ -1,7 +1,7 @@
 // Takes the pictures of the page that the manual shows, one for each size of screen, in a real browser.
 //
 //   node docs/pictures/page.mjs [PAGE.html]
-//   node docs/pictures/page.mjs --comprueba [PAGE.html]     writes nothing; fails where a picture is not the page's any more
+//   node docs/pictures/page.mjs --check [PAGE.html]     writes nothing; fails where a picture is not the page's any more
 //
 // Look at each new picture: nothing else does. It needs what the page's tests need (tests/web).
 import { readFileSync, writeFileSync } from 'node:fs';
@@ -11,7 +11,7 @@ import { openChromium, openPage } from '../../tests/web/browsers.mjs';
 import { control, load, pickDevice, press, states, step } from '../../tests/web/states.mjs';
 
 const here = dirname(fileURLToPath(import.meta.url));
-const compares = process.argv[2] === '--comprueba';
+const compares = process.argv[2] === '--check';
 const file = process.argv[compares ? 3 : 2] ?? join(here, '../../build/navegador/estructura.html');
 
 const pictures = {
