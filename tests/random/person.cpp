@@ -30,7 +30,7 @@ constexpr std::array<std::int64_t, 6> run_lengths = {1, 20, 60, 200, 400, 6000};
 
 constexpr int reset_vectors[] = {0x1FF, 0x3FF, 0x7FF};
 
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
   return printed(guiones::text_value(text));
 }
 
@@ -138,7 +138,7 @@ void person::answer_dialog(std::string_view proposed) {
     chosen = place == file_names.size() ? proposed : file_names[place];
   }
   desk_.paths.push_back(chosen);
-  answers_ += "choose " + quoted(chosen) + '\n';
+  answers_ += "choose " + in_quotes(chosen) + '\n';
 }
 
 // --- Statements ---
@@ -157,7 +157,7 @@ std::string person::next_statement() {
   if (chance_.one_in(60)) return random_program();
   if (chance_.one_in(80)) {
     const bool lines = chance_.one_in(2);
-    return "clipboard " + quoted(lines ? text_for(id::source) : from_windows1252(chance_.text(20)));
+    return "clipboard " + in_quotes(lines ? text_for(id::source) : from_windows1252(chance_.text(20)));
   }
   if (chance_.one_in(600)) return "close";
   gesture one = support::gesture_on(chance_, random_control());
@@ -181,9 +181,9 @@ std::string person::as_statement(const gesture& one) {
     case gesture::action::keyup_text: return listens ? "keyup lst " + place : "focus " + name;
     case gesture::action::type:
       // The listing cannot be typed into.
-      return listens ? "focus lst" : "type " + name + ' ' + quoted(one.text);
+      return listens ? "focus lst" : "type " + name + ' ' + in_quotes(one.text);
     case gesture::action::pick:
-      return "pick " + name + ' ' + quoted(target.rows()[static_cast<std::size_t>(one.place)]);
+      return "pick " + name + ' ' + in_quotes(target.rows()[static_cast<std::size_t>(one.place)]);
     case gesture::action::press: return "press " + name + ' ' + place;
     case gesture::action::dblclick: return "dblclick " + name;
     case gesture::action::click_row:
