@@ -6,13 +6,15 @@ import { existsSync } from 'node:fs';
 import { pathToFileURL } from 'node:url';
 import puppeteer from 'puppeteer-core';
 
+/** Without the sandbox, which root has not; and with the same letters and sizes wherever it runs. */
+export const chromiumArguments = ['--no-sandbox', '--force-device-scale-factor=1', '--hide-scrollbars=false', '--mute-audio',
+  '--autoplay-policy=no-user-gesture-required', '--font-render-hinting=none'];
+
 export async function openChromium(more = {}) {
   return puppeteer.launch({
     executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
     headless: true,
-    // Without the sandbox, which root has not; and with the same letters and sizes wherever it runs.
-    args: ['--no-sandbox', '--force-device-scale-factor=1', '--hide-scrollbars=false', '--mute-audio',
-      '--autoplay-policy=no-user-gesture-required', '--font-render-hinting=none'],
+    args: chromiumArguments,
     ...more,
   });
 }

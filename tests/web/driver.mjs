@@ -11,7 +11,7 @@ import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { openChromium, openPage } from './browsers.mjs';
+import { addressOf, chromiumArguments, openChromium, openPage } from './browsers.mjs';
 
 const file = process.argv[2];
 const inPage = readFileSync(join(dirname(fileURLToPath(import.meta.url)), 'in_page.js'), 'utf8');
@@ -27,7 +27,8 @@ const program = (name, ...parameters) =>
   page.evaluate((called, given) => window.estructura.program[called](...given), name, parameters);
 
 async function start() {
-  browser = await openChromium();
+  // One process for all tabs of the page: see open().
+  browser = await openChromium({ args: [...chromiumArguments, '--process-per-site'] });
   protocol = await browser.target().createCDPSession();
   await protocol.send('Browser.grantPermissions', { permissions: ['clipboardReadWrite', 'clipboardSanitizedWrite'] });
   await protocol.send('Browser.setDownloadBehavior', { behavior: 'allowAndName', downloadPath: downloads, eventsEnabled: true });
@@ -36,10 +37,19 @@ async function start() {
   });
 }
 
+/**
+ * The page for one script, loaded anew in the tab of the script before. A second tab holds the page open and is never
+ * touched: what the browser has compiled for it serves each load.
+ */
 async function open() {
-  const before = page;
-  page = await openPage(browser, file, { before: inPage });
-  await before?.close();
+  if (page) {
+    page.problems.length = 0;
+    await page.goto(addressOf(file));
+    await page.waitForFunction(() => window.estructura !== undefined, { polling: 10 });
+  } else {
+    await openPage(browser, file);
+    page = await openPage(browser, file, { before: inPage });
+  }
   finished = [];
   await setClipboard('');
 }
@@ -81,9 +91,8 @@ async function pressMap(y) {
 
 async function pick(name, entry) {
   await press(await look('place', name));
-  await page.keyboard.press('Home');
-  for (let at = 0; at < entry; ++at) await page.keyboard.press('ArrowDown');
-  await page.keyboard.press('Enter');
+  const keys = ['Home', ...Array(entry).fill('ArrowDown'), 'Enter'];
+  await Promise.all(keys.map((key) => page.keyboard.press(key)));
 }
 
 async function choose(path) {
@@ -141,8 +150,8 @@ async function soon(promise, problem) {
 }
 
 async function act(name, [pause, ...parameters]) {
-  await program('call', 'pause_after', Number(pause));
-  await actions[name](...parameters);
+  // The browser takes them in this order; nobody has to wait for the first to ask for the second.
+  await Promise.all([program('call', 'pause_after', Number(pause)), actions[name](...parameters)]);
   const told = await soon(look('still'), 'the page does not come to rest');
   if (page.problems.length > 0) throw new Error(page.problems.splice(0).join('\n'));
   return told;
