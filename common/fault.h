@@ -1,9 +1,12 @@
 // The fault that ends an action: an index out of bounds or a 16- or 32-bit value that overflows.
 //
-//   throw_fault("índice 2048 fuera de 0..2047");
+//   throw_fault("index out of bounds");
 //
-// Thrown only by the bounded array and the checked arithmetic of this room; caught only where an event enters
-// the window. The text is for tests and debuggers: the person sees one generic box.
+// Thrown where a value meets its limits, by the helpers that check: bounded_array.h, checked.h and number.h
+// of this room, and in core/ the core registers, the catalogue of devices and the periods of a refresh.
+// Caught where an event enters the window and where its views are worked out (ui/estructura.cpp), and by the
+// reader and the writer of HEX files, which answer with a result of their own. The text is for tests and
+// debuggers: the person sees one generic box.
 #pragma once
 
 #include <stdexcept>

@@ -6,7 +6,8 @@
 //   step(chip, in, seen);
 //
 // No part of the machine: a snapshot of a machine needs none, and two machines need two of these. Whoever
-// owns the machine sets them between two steps; a step itself changes `pin_boxes` alone.
+// owns the machine sets the clocks between two steps. `pin_boxes` is written by the core: by `pin_click` for
+// the person, and by every refresh, that of a step too, for the outputs.
 #pragma once
 
 #include <cmath>

@@ -5,7 +5,7 @@
 //   const device& model = window.chip().devmodel;
 //   accessible_name(window.look(id::PB, 3), model)          -> "Puerto B, bit 3"; "GPIO, bit 3" on a 12C50x
 //   accessible_description(window.look(id::PB, 3), model)   -> "Pin de entrada. Marcada, está a 1."
-//   accessible_row(window, id::MD, 1, 2)                    -> "dirección 12, banco 1, script_value 3F"
+//   accessible_row(window, id::MD, 1, 2)                    -> "dirección 12, banco 1, valor 3F"
 //
 // The texts are one table, which does not compile with a control missing. Tool-tips are another matter: they
 // are shown to those who see. What an action changed is told by ui/announcement.h.

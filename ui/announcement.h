@@ -23,7 +23,7 @@
 
 namespace estructura {
 
-/// A value under the name that it is told by; "dirección 15 banco 1 script_value" is one too.
+/// A value under the name that it is told by; "dirección 15 banco 1 valor" is one too.
 struct spoken_value {
   std::string name;
   std::string text;

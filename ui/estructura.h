@@ -1,5 +1,5 @@
-// The window without a toolkit: it owns the machine, the documents and every control, and takes what the
-// person does through one door.
+// The window without a toolkit: it owns the machine, the documents, every control and the panels that act on
+// them, and takes what the person does through one door.
 //
 //   struct mute : window_host {} host;
 //   Estructura window(host);
@@ -8,8 +8,9 @@
 //   window.look(id::ciclos).text()       -> "0"
 //
 // Every member under "the door" is one action of a person: it is ignored while its control cannot be used,
-// moves the focus as the person's click would, runs the handlers, and catches a fault. Everything under
-// "looking" shows the views as they stand for whoever looks: texts are worked out then, not at each step.
+// moves the focus as that action does (a function key does not), runs the handler that the control's panel
+// has, and catches a fault. Everything under "looking" shows the views as they stand for whoever looks: texts
+// are worked out then, not at each step.
 #pragma once
 
 #include <optional>
@@ -44,7 +45,7 @@ class Estructura final : private run_listener, private event_sink, private panel
   Estructura& operator=(Estructura&&) = delete;
   ~Estructura() = default;
 
-  /// The window's load event; also what a device change runs again.
+  /// The window's load event. A device change runs the same again (chip_panel::load).
   void Form_Load();
 
   // --- The door ---

@@ -9,7 +9,8 @@
 //   chip.running = true;
 //   runner.run();                    // returns once chip.running is false, or at a breakpoint
 //
-// The window says here what its controls stand at, and looks here for what it has to show.
+// What the controls stand at is said here in `requests`, by the panels that own them (the instruction box,
+// the watchdog's) and by the window for the focus. What there is to show is read here in `seen`, by the same.
 #pragma once
 
 #include <cstdint>
@@ -50,7 +51,7 @@ class run_listener {
   run_listener& operator=(const run_listener&) = default;
 };
 
-/// What the window wants to be asked for.
+/// What the window and its panels want to be asked for.
 struct run_requests {
   bool configuration_open = true;  ///< the next step locks the configuration
   bool entry_shown = false;        ///< the instruction box or its code label shows something to clear

@@ -74,7 +74,7 @@ class machine_pair {
   void quickly(const std::function<void()>& action);
   [[nodiscard]] bool faulted() const { return slow_fault || quick_fault; }
 
-  /// Whether all that an action may change is the same in both, and the program as `program_of_both` left it.
+  /// Whether all that an action may change is the same in both, and the program as it was given.
   [[nodiscard]] bool same() const;
   /// Every differing field, wanted (slow) and got (quick); empty when there is none.
   [[nodiscard]] std::string differences() const;

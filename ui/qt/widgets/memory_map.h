@@ -2,7 +2,7 @@
 // where there is a breakpoint, the marker of the last step in red on the right half; and the margins beside
 // it.
 //
-//   map.pon(window.look_map());
+//   map.set_view(window.look_map());
 //   map.scale(), map.row(0x1FF), map.marker()
 //   new map_margin(map, map_margin::marks::breakpoints);
 //

@@ -1,5 +1,5 @@
-// The function keys of the window. Each is a click on a button that leaves the focus where it is, and does
-// nothing where the button cannot be used.
+// The function keys of the window. Each is a click on a button that leaves the focus where it is, unless the
+// action closes what has it, and does nothing where the button cannot be used.
 //
 //   F5        ejecutar: run, and stop
 //   F7, F8    eje1: one instruction; held down, one after the other
