@@ -17,9 +17,9 @@ class clocks_panel final : public panel {
 
   /// What the views show after a refresh.
   void show();
-  /// Another device: the internal oscillator where it has one.
   /// The device is about to be another one: its oscillator is its own again.
   void leave_device();
+  /// Another device: the internal oscillator where it has one.
   void show_device();
   /// The configuration can no longer be changed; a frequency that no oscillator has becomes 4000 kHz.
   void lock();
