@@ -1,7 +1,8 @@
-// The boxes that wait for an answer: messages and questions, and the file dialog of the page.
+// The boxes that wait for an answer: messages and questions, and what the file dialog (files.js) is made of.
 //
 //   await askBox({ kind: 'yesno', text: '¿Desea borrar la memoria de programa?' })    -> 'yes'
-//   await askFile({ save: false, ... })                                                -> 'uno.hex', '' for none
+//   const dialog = newDialog('dialog', 'Cargar fichero');
+//   await open(dialog, '');                                          what the dialog answers, '' for the way out
 
 const captions = { yes: '&Sí', no: '&No', cancel: 'Cancelar', ok: 'Aceptar' };
 const answersOf = {
