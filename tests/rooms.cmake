@@ -1,6 +1,7 @@
 # The rooms may look down only: checks every include line of every source file of theirs. The two front ends, ui/qt and
 # ui/web, look at all the others but not at each other, and ui/qt alone at Qt. At tests and benchmarks nobody may. Within
-# ui/qt the folders may look down only too.
+# ui/qt the folders may look down only too. And each file of unit tests stands for a source: core/step_test.cpp and
+# core/step_faults_test.cpp are both tests of core/step.h.
 #   cmake -DTOP=<source folder> -P rooms.cmake
 set(order common core asm files ui ui/web ui/qt)
 set(folders_of_qt text look widgets speech bindings window)
@@ -66,8 +67,32 @@ foreach(source IN LISTS homeless)
   list(APPEND wrong "${source}: in none of the folders of ui/qt")
 endforeach()
 
+file(GLOB_RECURSE unit_tests RELATIVE ${TOP}/tests/unit ${TOP}/tests/unit/*_test.cpp)
+list(LENGTH unit_tests count)
+if(count EQUAL 0)
+  message(FATAL_ERROR "no files were found in tests/unit")
+endif()
+foreach(test IN LISTS unit_tests)
+  string(REGEX REPLACE "_test[.]cpp$" "" subject ${test})
+  # The room of the window stands below ui.
+  string(REGEX REPLACE "^qt/" "ui/qt/" subject ${subject})
+  set(stands_for "")
+  while(NOT stands_for)
+    file(GLOB stands_for ${TOP}/${subject}.h ${TOP}/${subject}.cpp)
+    # Without its last word, while there is one.
+    string(REGEX REPLACE "_[a-z0-9]+$" "" shorter ${subject})
+    if(shorter STREQUAL subject)
+      break()
+    endif()
+    set(subject ${shorter})
+  endwhile()
+  if(NOT stands_for)
+    list(APPEND wrong "tests/unit/${test}: tests of no source")
+  endif()
+endforeach()
+
 if(wrong)
   list(JOIN wrong "\n" text)
-  message(FATAL_ERROR "includes that look up:\n${text}")
+  message(FATAL_ERROR "not where it should be:\n${text}")
 endif()
 message(STATUS "${checked} files look down only")

@@ -11,7 +11,7 @@
 namespace estructura {
 namespace {
 
-class keyboard : public accessible_window {
+class shortcuts : public accessible_window {
  protected:
   static void key(Qt::Key which, Qt::KeyboardModifiers with = {}) {
     QTest::keyClick(QApplication::focusWidget(), which, with);
@@ -19,7 +19,7 @@ class keyboard : public accessible_window {
   static QWidget* focus() { return QApplication::focusWidget(); }
 };
 
-TEST_F(keyboard, the_tab_key_goes_the_same_way_back) {
+TEST_F(shortcuts, the_tab_key_goes_the_same_way_back) {
   std::vector<QWidget*> there;
   key(Qt::Key_Tab);
   QWidget* const first = focus();
@@ -35,7 +35,7 @@ TEST_F(keyboard, the_tab_key_goes_the_same_way_back) {
   }
 }
 
-TEST_F(keyboard, the_tab_key_goes_as_the_eye_does) {
+TEST_F(shortcuts, the_tab_key_goes_as_the_eye_does) {
   QRect before;
   std::string left;
   for (int walked = 0; walked < 200; ++walked) {
@@ -52,7 +52,7 @@ TEST_F(keyboard, the_tab_key_goes_as_the_eye_does) {
   ADD_FAILURE() << "the Tab key does not come round";
 }
 
-TEST_F(keyboard, the_arrow_keys_walk_the_boxes_of_a_port_as_they_stand) {
+TEST_F(shortcuts, the_arrow_keys_walk_the_boxes_of_a_port_as_they_stand) {
   at(id::PB, 3).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Right);
   EXPECT_EQ(focus(), &at(id::PB, 2));
@@ -61,7 +61,7 @@ TEST_F(keyboard, the_arrow_keys_walk_the_boxes_of_a_port_as_they_stand) {
   EXPECT_EQ(focus(), &at(id::PB, 4));
 }
 
-TEST_F(keyboard, the_arrow_keys_choose_between_source_and_listing) {
+TEST_F(shortcuts, the_arrow_keys_choose_between_source_and_listing) {
   at(id::sl, 0).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Right);
   EXPECT_TRUE(record.look(id::lst).visible());
@@ -72,13 +72,13 @@ TEST_F(keyboard, the_arrow_keys_choose_between_source_and_listing) {
   EXPECT_EQ(focus(), &at(id::sl, 0));
 }
 
-TEST_F(keyboard, space_turns_a_pin_over) {
+TEST_F(shortcuts, space_turns_a_pin_over) {
   at(id::PB, 3).setFocus(Qt::TabFocusReason);
   key(Qt::Key_Space);
   EXPECT_EQ(record.chip().pinb, 8);
 }
 
-TEST_F(keyboard, enter_and_space_press_a_button) {
+TEST_F(shortcuts, enter_and_space_press_a_button) {
   record.poke().progmem[0] = 0x000;  // NOP
   record.poke().progmem[1] = 0x000;
   record.poke().cpu.pc = 0;
@@ -90,7 +90,7 @@ TEST_F(keyboard, enter_and_space_press_a_button) {
   EXPECT_EQ(record.chip().cpu.pc, 2);
 }
 
-TEST_F(keyboard, control_and_0_reset_the_counter_of_cycles_from_anywhere) {
+TEST_F(shortcuts, control_and_0_reset_the_counter_of_cycles_from_anywhere) {
   for (const id place : {id::source, id::MP, id::FREC, id::eje1}) {
     record.poke().cycles = 1000;
     record.refresh();
@@ -104,7 +104,7 @@ TEST_F(keyboard, control_and_0_reset_the_counter_of_cycles_from_anywhere) {
   EXPECT_EQ(record.look(id::source).text(), "");
 }
 
-TEST_F(keyboard, the_arrow_keys_click_each_line_of_the_program) {
+TEST_F(shortcuts, the_arrow_keys_click_each_line_of_the_program) {
   record.type(id::direc, "100");
   window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
@@ -116,7 +116,7 @@ TEST_F(keyboard, the_arrow_keys_click_each_line_of_the_program) {
   EXPECT_EQ(record.look(id::direc).text(), "7FF");
 }
 
-TEST_F(keyboard, enter_on_a_line_of_the_program_takes_its_instruction_to_be_edited) {
+TEST_F(shortcuts, enter_on_a_line_of_the_program_takes_its_instruction_to_be_edited) {
   record.poke().progmem[0x10] = 0xC05;  // MOVLW 05
   record.type(id::direc, "010");
   window.refresh();
@@ -125,7 +125,7 @@ TEST_F(keyboard, enter_on_a_line_of_the_program_takes_its_instruction_to_be_edit
   EXPECT_EQ(record.look(id::INS).text(), "MOVLW 05");
 }
 
-TEST_F(keyboard, control_and_space_add_a_line_of_the_program_to_those_selected) {
+TEST_F(shortcuts, control_and_space_add_a_line_of_the_program_to_those_selected) {
   record.type(id::direc, "100");
   window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
@@ -139,7 +139,7 @@ TEST_F(keyboard, control_and_space_add_a_line_of_the_program_to_those_selected) 
   EXPECT_EQ(record.look(id::MP).selected(), std::vector<int>({0x100}));
 }
 
-TEST_F(keyboard, shift_and_the_arrow_keys_select_a_run_of_lines) {
+TEST_F(shortcuts, shift_and_the_arrow_keys_select_a_run_of_lines) {
   record.type(id::direc, "100");
   window.refresh();
   at(id::MP).setFocus(Qt::TabFocusReason);
@@ -152,7 +152,7 @@ TEST_F(keyboard, shift_and_the_arrow_keys_select_a_run_of_lines) {
   EXPECT_EQ(record.chip().breakpts[0x102], 0);
 }
 
-TEST_F(keyboard, an_address_typed_does_what_a_press_on_the_map_does) {
+TEST_F(shortcuts, an_address_typed_does_what_a_press_on_the_map_does) {
   record.press_map(0x155);
   const int pressed = record.look(id::MP).row();
   record.press_map(0);
@@ -163,7 +163,7 @@ TEST_F(keyboard, an_address_typed_does_what_a_press_on_the_map_does) {
   EXPECT_EQ(record.look(id::MP).row(), 0x155);
 }
 
-TEST_F(keyboard, a_walk_through_the_listing_follows_in_the_program) {
+TEST_F(shortcuts, a_walk_through_the_listing_follows_in_the_program) {
   record.type(id::source, " ORG 20\r\n NOP\r\n CLRW\r\n END\r\n");
   record.click(id::Ensamblar);
   record.click(id::sl, 1);
@@ -180,7 +180,7 @@ TEST_F(keyboard, a_walk_through_the_listing_follows_in_the_program) {
 }
 
 // Another device forgets that documents are unsaved: an arrow key alone does not choose it.
-TEST_F(keyboard, the_arrow_keys_open_the_list_of_devices_and_enter_chooses) {
+TEST_F(shortcuts, the_arrow_keys_open_the_list_of_devices_and_enter_chooses) {
   auto& combo = at<QComboBox>(id::PIC);
   for (const Qt::Key opens : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home,
                               Qt::Key_End, Qt::Key_Space, Qt::Key_F4}) {

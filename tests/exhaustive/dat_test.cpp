@@ -8,7 +8,7 @@
 #include "core/devices.h"
 #include "tests/exhaustive/how_much.h"
 #include "tests/support/differences.h"
-#include "tests/ui/test_window.h"
+#include "tests/support/test_window.h"
 
 namespace estructura {
 namespace {

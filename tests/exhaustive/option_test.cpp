@@ -5,7 +5,7 @@
 
 #include "common/text.h"
 #include "core/devices.h"
-#include "tests/ui/test_window.h"
+#include "tests/support/test_window.h"
 
 namespace estructura {
 namespace {
