@@ -8,9 +8,9 @@
 
 #include "core/resets.h"
 #include "files/disassembler.h"
+#include "tests/model/second_reading.h"
 #include "tests/support/differences.h"
 #include "tests/unit/core/machine.h"
-#include "tests/unit/core/oracle.h"
 
 namespace estructura {
 namespace {
@@ -265,19 +265,13 @@ TEST(step, walks_a_program_as_the_second_reading_does) {
     chip.regs[reg_6] = 0;
     quiet view;
     support::show_pins_of(chip, view);
+    second_model::second_reading second;
+    second.load_program(chip);
+    for (int port = 0; port < 3; ++port)
+      second.machine.boxes[static_cast<std::size_t>(port)] = view.in.pin_boxes[port];
     for (int i = 0; i < 400; ++i) {
-      chipstate wanted = chip;
-      const int word = wanted.progmem[wanted.cpu.pc];
-      wanted.cpu.pc = word16((wanted.cpu.pc + 1) % (device.model.progmask + 1));
-      wanted.regs[reg_pcl] = word16(wanted.cpu.pc % 256);
-      if (word != 65535) {
-        support::expected_execution(wanted, word);
-        support::expected_tick(wanted);
-      }
-      wanted.regs[reg_fsr] = word16(wanted.regs[reg_fsr] & device.model.datamask);
-      wanted.cpu.option = word16(wanted.cpu.option & device.model.optmask);
-      wanted.regs[reg_status] =
-          word16((wanted.regs[reg_status] & (device.model.is16c5x ? 0xFF : 0xBF)) | 0x18);
+      const int word = chip.progmem[chip.cpu.pc];
+      const chipstate wanted = second.after(chip, [](auto& m) { second_model::step(m); });
       step(chip, view);
       ASSERT_EQ(differences(wanted, chip), "") << device.name << ", step " << i << ": " << deshex(word);
     }

@@ -7,9 +7,9 @@
 
 #include "core/resets.h"
 #include "core/step.h"
+#include "tests/model/second_reading.h"
 #include "tests/support/differences.h"
 #include "tests/unit/core/machine.h"
-#include "tests/unit/core/oracle.h"
 
 namespace estructura {
 namespace {
@@ -59,6 +59,7 @@ TEST(tmrtick, advances_TMR0_once_every_ratio_cycles_of_the_instruction_clock) {
 }
 
 TEST(tmrtick, agrees_with_a_second_reading_for_every_OPTION_and_source) {
+  second_model::second_reading second;
   struct source {
     int tockifreq, tockiperiod, tockicount;
     bool sleeping;
@@ -75,8 +76,7 @@ TEST(tmrtick, agrees_with_a_second_reading_for_every_OPTION_and_source) {
       chip.sleeping = s.sleeping;
       chip.regs[reg_tmr0] = 0xFF;
       for (int i = 0; i < 40; ++i) {
-        chipstate wanted = chip;
-        support::expected_tick(wanted);
+        const chipstate wanted = second.after(chip, [](auto& m) { second_model::tmrtick(m); });
         tmrtick(chip);
         ASSERT_EQ(differences(wanted, chip), "") << "option " << option << ", tick " << i;
       }
