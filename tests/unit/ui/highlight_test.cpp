@@ -37,6 +37,25 @@ const cut_line lines[] = {
     {"MOVLW 1G", {{0, 5, mnemonic}}},
     // A colon in the comment makes no label.
     {"NOP ; a: b", {{0, 3, mnemonic}, {4, 6, comment}}},
+    {"NOP", {{0, 3, mnemonic}}},
+    {"\tMOVLW\t0FF\t; todo", {{1, 5, mnemonic}, {7, 3, number}, {11, 6, comment}}},
+    {"SOLA:", {{0, 5, label}}},
+    {"ADDWF 5 , W", {{0, 5, mnemonic}, {6, 1, number}}},
+    {"BSF 3,2", {{0, 3, mnemonic}, {4, 1, number}, {6, 1, number}}},
+    // The first comma alone divides.
+    {"BSF 3,2,1", {{0, 3, mnemonic}, {4, 1, number}}},
+    {"end", {{0, 3, directive}}},
+    // A word of the language is no name there.
+    {"  nop equ 1", {{2, 3, mnemonic}}},
+    {"MOVLW EQU", {{0, 5, mnemonic}}},
+    {"equ equ 1", {{0, 3, directive}}},
+    {": NOP", {{0, 1, label}, {2, 3, mnemonic}}},
+    {"MOVLW 0x10", {{0, 5, mnemonic}}},
+    // What is no instruction is left as it is: nothing tells that it is one.
+    {"MOVLV 10", {{6, 2, number}}},
+    {"ETIQ NOP", {}},
+    {"; MOVLW 10 : x", {{0, 14, comment}}},
+    {"NOP;x", {{0, 3, mnemonic}, {3, 2, comment}}},
 };
 
 TEST(highlight, cuts_a_line_as_the_assembler_does) {
