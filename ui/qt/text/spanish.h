@@ -4,8 +4,8 @@
 //   speak_spanish(app);
 //   QCoreApplication::translate("QWidgetTextControl", "&Undo")   -> "&Deshacer"
 //
-// The table holds what the window can show; tests/unit/qt/text looks for what it lacks. Behind it stands Qt's own
-// catalogue where there is one, for what nobody foresaw.
+// The table holds what the window can show; tests/unit/qt/text looks for what it lacks. Behind it stands Qt's
+// own catalogue where there is one, for what nobody foresaw.
 #pragma once
 
 class QCoreApplication;
